@@ -1,0 +1,22 @@
+# Compiler flags of everything built here: plain IEEE double arithmetic, warnings, sanitizers.
+function(trovenu_use_flags target)
+  set_target_properties(${target} PROPERTIES CXX_STANDARD 20 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /utf-8 /fp:precise $<$<BOOL:${TROVENU_WERROR}>:/WX>)
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${TROVENU_WERROR}>:-Werror>
+    -ffp-contract=off)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64|amd64")
+    target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
+  endif()
+  if(TROVENU_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${TROVENU_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    # GCC reports uninitialised members in its own headers once the sanitizers have added their branches.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+    target_link_options(${target} PRIVATE -fsanitize=${TROVENU_SANITIZE})
+  endif()
+endfunction()

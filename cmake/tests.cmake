@@ -1,0 +1,41 @@
+# trovenu_tests holds every tests/**/*_test.cpp, trovenu_slow_tests every tests/**/*_slow.cpp. Each folder with
+# tests is one ctest entry, so that folders run side by side without a process for every single test.
+find_package(GTest REQUIRED)
+
+function(trovenu_add_tests target pattern prefix)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/${pattern}")
+  if(NOT sources)
+    return()
+  endif()
+  file(GLOB_RECURSE helpers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/*.cpp")
+  list(FILTER helpers EXCLUDE REGEX "_(test|slow)\\.cpp$")
+
+  add_executable(${target} ${sources} ${helpers})
+  trovenu_use_flags(${target})
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${target} PRIVATE trovenu_objects GTest::gtest)
+  target_compile_definitions(${target} PRIVATE
+    "TROVENU_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\""
+    "TROVENU_DATA_DIR=\"${PROJECT_SOURCE_DIR}/data\"")
+  if(TARGET trovenu_tool)
+    target_compile_definitions(${target} PRIVATE "TROVENU_TOOL=\"$<TARGET_FILE:trovenu_tool>\"")
+    add_dependencies(${target} trovenu_tool)
+  endif()
+
+  set(folders "")
+  foreach(source IN LISTS sources)
+    cmake_path(GET source PARENT_PATH folder)
+    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/tests")
+    list(APPEND folders "${folder}")
+  endforeach()
+  list(REMOVE_DUPLICATES folders)
+  foreach(folder IN LISTS folders)
+    add_test(NAME "${prefix}${folder}" COMMAND ${target} "--folder=${folder}" --gtest_brief=1)
+    if(prefix)
+      set_tests_properties("${prefix}${folder}" PROPERTIES LABELS slow)
+    endif()
+  endforeach()
+endfunction()
+
+trovenu_add_tests(trovenu_tests "*_test.cpp" "")
+trovenu_add_tests(trovenu_slow_tests "*_slow.cpp" "slow/")

@@ -1,0 +1,7 @@
+#include "trovenu/platform/version.h"
+
+namespace trovenu {
+
+const char *Version() { return TROVENU_VERSION; }
+
+}  // namespace trovenu
