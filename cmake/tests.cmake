@@ -39,3 +39,15 @@ endfunction()
 
 trovenu_add_tests(trovenu_tests "*_test.cpp" "")
 trovenu_add_tests(trovenu_slow_tests "*_slow.cpp" "slow/")
+
+# The library as another project meets it: installed, found by find_package, static and shared.
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BUILD_SHARED_LIBS AND NOT TROVENU_SANITIZE
+   AND EXISTS "${PROJECT_SOURCE_DIR}/trovenu/formula/calc.h")
+  foreach(library static shared)
+    add_test(NAME embed/${library} COMMAND "${CMAKE_COMMAND}"
+      "-DSOURCE=${PROJECT_SOURCE_DIR}" "-DWORK=${PROJECT_BINARY_DIR}/embed-${library}"
+      "-DCOMPILER=${CMAKE_CXX_COMPILER}" "-DLIBRARY=${library}" "-DBUILT=${PROJECT_BINARY_DIR}"
+      -P "${PROJECT_SOURCE_DIR}/tests/embed.cmake")
+    set_tests_properties(embed/${library} PROPERTIES RUN_SERIAL ON TIMEOUT 1800)
+  endforeach()
+endif()
