@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace trovenu::tool {
+
+/// One column of a result.
+struct TableColumn {
+  struct Texts {
+    std::vector<std::string> values;
+  };
+  /// Several texts in a cell.
+  struct Lists {
+    std::vector<std::vector<std::string>> values;
+  };
+  /// NaN and the infinities stand for no value.
+  struct Numbers {
+    std::vector<double> values;
+  };
+  /// Date numbers.
+  struct Dates {
+    std::vector<double> values;
+  };
+
+  std::string heading;
+  std::variant<Texts, Lists, Numbers, Dates> cells;
+};
+
+/// A result as columns of equal length; headings differ. All text is UTF-8.
+struct Table {
+  std::vector<TableColumn> columns;
+
+  std::size_t Rows() const;
+};
+
+}  // namespace trovenu::tool
