@@ -1,0 +1,203 @@
+#include "trovenu/support/block_pool.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace trovenu {
+namespace {
+
+constexpr std::size_t kAlignment = 64;
+constexpr int kSmallestBlock = 8;
+constexpr int kStepsPerDoubling = 4;
+constexpr int kClasses = 32 * kStepsPerDoubling;
+constexpr int kBlocksPerClass = 8;
+constexpr std::size_t kRetainedBytes = sizeof(void *) == 4 ? std::size_t{16} << 20 : std::size_t{96} << 20;
+// Clearing more than this costs more than a new block of pages that the system has cleared.
+constexpr int kCheapClear = 4096;
+
+struct Block {
+  Block *next;
+  void *allocation;
+  int sizeClass;
+  int writtenFrom;
+  int writtenTo;
+};
+static_assert(sizeof(Block) <= kAlignment);
+
+double *Elements(Block *block) {
+  return reinterpret_cast<double *>(reinterpret_cast<std::byte *>(block) + kAlignment);
+}
+
+Block *BlockOf(double *elements) {
+  return reinterpret_cast<Block *>(reinterpret_cast<std::byte *>(elements) - kAlignment);
+}
+
+// Classes grow by a quarter of a power of two, so at most a fifth of a block is idle.
+int ClassOf(int elements) {
+  const auto n = static_cast<std::uint32_t>(std::max(elements, kSmallestBlock));
+  const int shift = std::bit_width(n) - 3;
+  const std::uint32_t quarters = (n + (1U << shift) - 1) >> shift;
+  return shift * kStepsPerDoubling + static_cast<int>(quarters) - 4;
+}
+
+std::size_t ClassElements(int sizeClass) {
+  return static_cast<std::size_t>(sizeClass % kStepsPerDoubling + 4) << (sizeClass / kStepsPerDoubling);
+}
+
+struct Pool {
+  Block *free[kClasses] = {};
+  int count[kClasses] = {};
+  // When a class was last asked for a block, in requests.
+  unsigned long long lastUse[kClasses] = {};
+  unsigned long long requests = 0;
+  std::size_t retained = 0;
+  unsigned long long allocated = 0;
+};
+
+// Series with static lifetime are destroyed after the pool of their thread, so the pool is reached through a
+// pointer that outlives it.
+enum class PoolState : unsigned char { NotMade, Alive, Gone };
+thread_local PoolState poolState = PoolState::NotMade;
+thread_local Pool *currentPool = nullptr;
+
+struct PoolOwner {
+  PoolOwner() : pool(new (std::nothrow) Pool) {
+    currentPool = pool;
+    poolState = PoolState::Alive;
+  }
+  PoolOwner(const PoolOwner &) = delete;
+  PoolOwner &operator=(const PoolOwner &) = delete;
+  ~PoolOwner() {
+    poolState = PoolState::Gone;
+    currentPool = nullptr;
+    if (pool == nullptr) return;
+    for (Block *block : pool->free) {
+      while (block != nullptr) {
+        Block *next = block->next;
+        std::free(block->allocation);
+        block = next;
+      }
+    }
+    delete pool;
+  }
+  Pool *pool;
+};
+
+Pool *ThreadPool() {
+  if (poolState == PoolState::NotMade) {
+    thread_local PoolOwner owner;
+    (void)owner;
+  }
+  return currentPool;
+}
+
+Block *AllocateBlock(int sizeClass, Pool *pool) {
+  const std::size_t elements = ClassElements(sizeClass);
+  if (elements > (SIZE_MAX - 2 * kAlignment) / sizeof(double)) return nullptr;
+  // Zeroed pages come from the system without being touched.
+  void *allocation = std::calloc(1, elements * sizeof(double) + 2 * kAlignment);
+  if (allocation == nullptr) return nullptr;
+  const auto address = reinterpret_cast<std::uintptr_t>(allocation);
+  const std::uintptr_t aligned = (address + kAlignment - 1) / kAlignment * kAlignment;
+  Block *block = reinterpret_cast<Block *>(static_cast<std::byte *>(allocation) + (aligned - address));
+  *block = Block{nullptr, allocation, sizeClass, 0, 0};
+  if (pool != nullptr) ++pool->allocated;
+  return block;
+}
+
+std::size_t BytesOf(int sizeClass) { return ClassElements(sizeClass) * sizeof(double); }
+
+// Frees the block of a class that has waited the longest.
+void FreeOldest(Pool &pool, int sizeClass) {
+  Block **link = &pool.free[sizeClass];
+  while ((*link)->next != nullptr) link = &(*link)->next;
+  Block *block = *link;
+  *link = nullptr;
+  --pool.count[sizeClass];
+  pool.retained -= BytesOf(sizeClass);
+  std::free(block->allocation);
+}
+
+// Frees a block of the class that has not been asked for the longest.
+void FreeLeastUsed(Pool &pool) {
+  int oldest = -1;
+  for (int i = 0; i < kClasses; ++i) {
+    if (pool.free[i] != nullptr && (oldest < 0 || pool.lastUse[i] < pool.lastUse[oldest])) oldest = i;
+  }
+  if (oldest >= 0) FreeOldest(pool, oldest);
+}
+
+int WrittenBelow(const Block &block, int firstWritten) {
+  return std::max(0, std::min(block.writtenTo, firstWritten) - block.writtenFrom);
+}
+
+int WrittenPast(const Block &block, int elements) {
+  return std::max(0, block.writtenTo - std::max(block.writtenFrom, elements));
+}
+
+// Takes the free block that needs the least clearing, if that is cheaper than a new one.
+Block *TakeFree(Pool &pool, int sizeClass, int firstWritten, int elements) {
+  pool.lastUse[sizeClass] = ++pool.requests;
+  Block **best = nullptr;
+  int least = 0;
+  for (Block **link = &pool.free[sizeClass]; *link != nullptr; link = &(*link)->next) {
+    const int cost = WrittenBelow(**link, firstWritten) + WrittenPast(**link, elements);
+    if (best == nullptr || cost < least) {
+      best = link;
+      least = cost;
+      if (cost == 0) break;
+    }
+  }
+  if (best == nullptr || least > std::max(kCheapClear, (elements - firstWritten) / 2)) return nullptr;
+  Block *block = *best;
+  *best = block->next;
+  --pool.count[sizeClass];
+  pool.retained -= BytesOf(sizeClass);
+  return block;
+}
+
+}  // namespace
+
+double *AcquireBlock(int elements, int firstWritten) {
+  const int sizeClass = ClassOf(elements);
+  firstWritten = std::min(std::max(firstWritten, 0), elements);
+  Pool *pool = ThreadPool();
+  Block *block = pool != nullptr ? TakeFree(*pool, sizeClass, firstWritten, elements) : nullptr;
+  if (block == nullptr) block = AllocateBlock(sizeClass, pool);
+  if (block == nullptr) return nullptr;
+  double *values = Elements(block);
+  std::fill_n(values + block->writtenFrom, WrittenBelow(*block, firstWritten), 0.0);
+  // The taker will report only its own elements, so nothing may stay behind past them.
+  std::fill_n(values + std::max(block->writtenFrom, elements), WrittenPast(*block, elements), 0.0);
+  return values;
+}
+
+void ReleaseBlock(double *elements, int writtenFrom, int writtenTo) {
+  if (elements == nullptr) return;
+  Block *block = BlockOf(elements);
+  Pool *pool = ThreadPool();
+  const std::size_t bytes = BytesOf(block->sizeClass);
+  if (pool == nullptr || bytes > kRetainedBytes) {
+    std::free(block->allocation);
+    return;
+  }
+  if (pool->count[block->sizeClass] >= kBlocksPerClass) FreeOldest(*pool, block->sizeClass);
+  while (pool->retained + bytes > kRetainedBytes) FreeLeastUsed(*pool);
+  block->writtenFrom = std::max(writtenFrom, 0);
+  block->writtenTo = std::max(writtenTo, block->writtenFrom);
+  block->next = pool->free[block->sizeClass];
+  pool->free[block->sizeClass] = block;
+  ++pool->count[block->sizeClass];
+  pool->retained += bytes;
+}
+
+unsigned long long AllocatedBlockCount() {
+  const Pool *pool = ThreadPool();
+  return pool != nullptr ? pool->allocated : 0;
+}
+
+}  // namespace trovenu
