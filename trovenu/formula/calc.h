@@ -1,0 +1,271 @@
+#pragma once
+
+/// \file
+/// The formula language: lexer, variables, and the evaluator over whole series.
+
+#include <memory>
+#include <vector>
+
+#include "trovenu/formula/function.h"
+#include "trovenu/platform/export.h"
+#include "trovenu/support/series.h"
+#include "trovenu/support/text.h"
+
+namespace trovenu {
+
+class SAnsiStringList;
+class SFunctionList;
+struct Word;
+
+/// Tokens of the lexer. A token of one character has that character's code; "&&" and "||" that of their
+/// first.
+enum TokenValue {
+  NAME = 0,
+  NUMBER = 1,
+  /// Accepted by `SCalc::Prim`, never produced by the lexer.
+  END = 2,
+  MOD = 37,
+  AND = 38,
+  LP = 40,
+  RP = 41,
+  MUL = 42,
+  PLUS = 43,
+  COMMA = 44,
+  MINUS = 45,
+  DIV = 47,
+  /// ";", the end of the text, and a character that starts no token.
+  PRINT = 59,
+  ASSIGN = 61,
+  /// No rule of the grammar takes it, so an expression ends here.
+  CARET = 94,
+  OR = 124,
+  LT = 125,
+  LE = 126,
+  GT = 127,
+  GE = 128,
+  EQ = 129,
+  NE = 130,
+  NOT = 131
+};
+
+/// Sizes of the lexer's buffers, the final zero included, and the limits of an evaluation.
+inline constexpr int kExpressionBytes = 4096;
+inline constexpr int kWordBytes = 256;
+inline constexpr int kNumberBytes = 200;
+inline constexpr int kNameBytes = 50;
+inline constexpr int kTableEntries = 50;
+inline constexpr int kNestingLimit = 256;
+
+/// One variable of a formula.
+struct TROVENU_API Name {
+  /// The name as first written, code-page bytes.
+  char string[kNameBytes] = {};
+  /// Always 0.
+  int link = 0;
+  /// The current value; a new variable holds the number 1.
+  SVector value = SVector(1.0);
+};
+
+using NamePointer = std::shared_ptr<Name>;
+
+/// Evaluates formula texts over the series of one symbol.
+///
+/// The usual order is `SetVariable`, `SetFunction`, then `SetExpression` and `Calculate` for each formula.
+/// Variables survive from one formula to the next. A fault is counted, the first message kept, and evaluation
+/// runs on to the end of the text.
+///
+/// An engine belongs to one thread at a time, and so do the series that it is bound to: `Calculate(int)`
+/// changes their start indexes while it runs.
+class TROVENU_API SCalc {
+ public:
+  SCalc();
+  /// A copy shares the entries of the variable table with the original, as its text and its state are copied.
+  SCalc(const SCalc &other);
+  SCalc &operator=(const SCalc &other);
+  ~SCalc();
+
+  /// \name Input
+  /// @{
+
+  /// Binds the price series, which must outlive their use. An unbound series counts as empty.
+  void SetVariable(SVector &closeSeries, SVector &openSeries, SVector &highSeries, SVector &lowSeries,
+                   SVector &volumeSeries, SVector &dateSeries, SVector &openInterestSeries,
+                   SVector &amountSeries);
+  /// The user functions that formulas may call; not owned.
+  void SetFunction(SFunctionList *list);
+  /// A list that records the user functions that were called; not owned, null for none.
+  void SetFuncHist(SAnsiStringList *history);
+  /// Copies the text, at most 4,095 code-page bytes. A longer text is a fault that the next `Calculate`
+  /// reports. Variables and the error count stay. Null counts as an empty text.
+  void SetExpression(const char *text);
+  /// @}
+
+  /// \name Evaluation
+  /// @{
+
+  /// Evaluates the whole text; the value of the last statement is the result. After an error its start index
+  /// is `kNoValidBar`; a constant or an empty result is widened over close.
+  SVector Calculate();
+  /// Evaluates from bar `start` on, for the tail of a series: open, high, low, close and volume count as
+  /// valid from that bar. The error count is not reset, no start index marks an error, and a constant is not
+  /// widened.
+  SVector Calculate(int start);
+  /// Removes all variables and sets the counts to 0.
+  void InitCalc();
+  /// Records an error and gives an empty series. Null counts as an empty message.
+  SVector Error(const char *message);
+  /// x plus 0.0001, truncated toward zero: for shifts of data words and counts of bars, while periods are
+  /// truncated as they are.
+  static int ToInt(double x);
+  /// @}
+
+  /// \name Grammar, loosest level first; each starts at the current token and leaves the one behind its text
+  /// @{
+  SVector Expr();
+  SVector Relop();
+  SVector Add();
+  SVector Term();
+  SVector Prim();
+  /// @}
+
+  /// \name Words; a word is recognised without regard to ASCII case
+  /// @{
+  bool IsVectorFunction(const char *word) const;
+  bool IsDataVariable(const char *word) const;
+  bool IsMathFunction(const char *word) const;
+  bool IsTimeFunction(const char *word) const;
+  bool IsMethodVariable(const char *word) const;
+  /// Each evaluates a word of its family, with the lexer at the first argument; an empty series for another
+  /// word.
+  SVector ProcessVectorFunction(const char *word);
+  SVector ProcessDataVariable(const char *word);
+  SVector ProcessMathFunction(const char *word);
+  SVector ProcessTimeFunction(const char *word);
+  /// @}
+
+  /// \name Turning points
+  /// @{
+
+  /// At each bar the n-th most recent swing within the last `depth` bars that has `strength` lower (for
+  /// `isHigh` nonzero, else higher) bars on each side, and -1.0 where there is none. The start index is that
+  /// of x plus depth plus 1; with n, strength or depth below 1 it is the size plus 10000.
+  static SVector CalcSwingHighLow(int isHigh, int n, const SVector &x, int strength, int depth);
+  /// The pivots of a line that turns when the price has moved by `percent`, at their bars; 0 elsewhere.
+  static SVector CalcZigZag(double percent, const SVector &swingHigh, const SVector &swingLow,
+                            const SVector &highSeries, const SVector &lowSeries);
+  /// Gives an empty series: candle patterns are scanned outside the formula language.
+  static SVector CalcCandlePattern();
+  /// @}
+
+  /// \name Lexer
+  /// @{
+  TokenValue GetToken();
+  double GetNumber();
+  /// Consumes a word into `wordBuffer`. The argument is not used.
+  char *GetName(const char *text);
+  /// Reads a word at `from` into `wordBuffer` without moving the read pointer.
+  char *PeekName(const char *from);
+  /// Moves past blanks and at most one comment.
+  void SkipWhite();
+  /// @}
+
+  /// \name Variables
+  /// @{
+
+  /// The variable of that name. If there is none: null when `create` is 0, else a new one. A name of more
+  /// than 49 bytes and a 51st variable are faults and give null.
+  Name *Look(const char *name, int create);
+  Name *Insert(const char *name) { return Look(name, 1); }
+  /// Makes n new entries in `to` with the names and values of those in `from`.
+  static void CopyTable(const NamePointer *from, NamePointer *to, int n);
+  void ClearNameTable();
+  /// @}
+
+  /// What `Error` returns; stays empty.
+  SVector errorResult;
+  /// The number of the last method word.
+  SVector methodValue;
+  SVector *close = nullptr;
+  SVector *open = nullptr;
+  SVector *high = nullptr;
+  SVector *low = nullptr;
+  SVector *volume = nullptr;
+  SVector *date = nullptr;
+  SVector *openInterest = nullptr;
+  SVector *amount = nullptr;
+  SFunctionList *functionList = nullptr;
+  /// Set by functions whose value at a bar comes from the bar before, so that a tail cannot be computed
+  /// alone.
+  int fullCalc = 0;
+  /// Raised on entry to `Prim`, lowered on leaving the levels above it; nothing reads it.
+  int exprDepth = 0;
+  /// Calls of user functions in this evaluation.
+  int userDepth = 0;
+  char expression[kExpressionBytes];
+  /// The lexer's position.
+  const char *readPointer = expression;
+  /// Value of the current `NUMBER`.
+  double numberValue = 0.0;
+  /// Text of the current `NAME`.
+  char nameString[kWordBytes];
+  char wordBuffer[kWordBytes];
+  NamePointer table[kTableEntries];
+  int tableCount = 0;
+  /// Errors since `Calculate()` began.
+  int errorCount = 0;
+  /// The first message, code page.
+  SString errorText;
+  /// Where the read pointer stood in the text when the first error was recorded, in bytes.
+  int errorPosition = 0;
+  /// First bar of `Calculate(int)`.
+  int calcStart = 0;
+  TokenValue currentToken = PLUS;
+  SAnsiStringList *funcHistory = nullptr;
+  /// Bit i is set once an evaluation has read series i of the order of `SetVariable`; the caller clears it.
+  unsigned columnsRead = 0;
+
+ private:
+  friend class Call;
+  class TailStart;
+  struct ArgumentWords;
+
+  const SVector &Bound(Column column);
+
+  // The levels of the grammar leave their value on top of the operand stack.
+  void EvaluateExpr();
+  void EvaluateRelop();
+  void EvaluateAdd();
+  void EvaluateTerm();
+  void EvaluatePrim();
+  void EvaluateName();
+  void EvaluateVariable(const Name &variable);
+  void EvaluateDataWord(const Function &function);
+  void EvaluateFunction(const Function *function, bool takesShift);
+  void EvaluateMethodWord(FunctionId method);
+  void RunText();
+
+  bool ReadArguments(const Function &function, ArgumentWords &words);
+  bool ReadMethod(ArgumentWords &words);
+  bool ReadUnit(ArgumentWords &words);
+  bool Refuse(const Function &function);
+
+  void Apply(const Function &function);
+  void ApplyRule(const Function &function, const ArgumentWords &words, std::size_t base);
+  SVector ApplyWord(const Word *word);
+  void EvaluateAssignment();
+  void Push(Operand operand) { operands_.push_back(std::move(operand)); }
+  void PushError(const char *message) { Push(Error(message)); }
+  void ReplaceTop(std::size_t base, Operand result);
+  SVector PopSeries();
+  void Combine(void (*operation)(SVector &, const SVector &, const SVector &));
+  void ShiftTop(int bars);
+  int CopiedFrom(const SVector &series) const { return isTail_ ? series.startIndex : 0; }
+  bool EvaluateInParentheses();
+
+  std::vector<Operand> operands_;
+  int nesting_ = 0;
+  bool isTail_ = false;
+  bool textTooLong_ = false;
+};
+
+}  // namespace trovenu

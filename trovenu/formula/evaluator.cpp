@@ -1,0 +1,331 @@
+// The grammar: one walk over the text that parses and computes. Every level leaves exactly one operand on the
+// stack; faults are recorded and leave an empty series, so that the walk always comes to the end of the text.
+
+#include <utility>
+
+#include "trovenu/formula/calc.h"
+#include "trovenu/formula/function_table.h"
+#include "trovenu/formula/messages.h"
+#include "trovenu/formula/words.h"
+
+namespace trovenu {
+
+void SCalc::EvaluateExpr() {
+  EvaluateRelop();
+  for (;;) {
+    switch (currentToken) {
+      case AND:
+        GetToken();
+        EvaluateRelop();
+        Combine(VecAND);
+        break;
+      case OR:
+        GetToken();
+        EvaluateRelop();
+        Combine(VecOR);
+        break;
+      default:
+        --exprDepth;
+        return;
+    }
+  }
+}
+
+void SCalc::EvaluateRelop() {
+  using Comparison = void (*)(SVector &, const SVector &, const SVector &);
+  EvaluateAdd();
+  for (;;) {
+    Comparison comparison = nullptr;
+    switch (currentToken) {
+      case NAME:
+      case NUMBER:
+        operands_.pop_back();
+        PushError(messages::kOperatorNeeded);
+        --exprDepth;
+        return;
+      case LT:
+        comparison = VecLT;
+        break;
+      case LE:
+        comparison = VecLE;
+        break;
+      case GT:
+        comparison = VecGT;
+        break;
+      case GE:
+        comparison = VecGE;
+        break;
+      case EQ:
+        comparison = VecEQ;
+        break;
+      case NE:
+        comparison = VecNEQ;
+        break;
+      default:
+        --exprDepth;
+        return;
+    }
+    GetToken();
+    EvaluateAdd();
+    Combine(comparison);
+  }
+}
+
+void SCalc::EvaluateAdd() {
+  EvaluateTerm();
+  for (;;) {
+    switch (currentToken) {
+      case PLUS:
+        GetToken();
+        EvaluateTerm();
+        Combine(VecPlus);
+        break;
+      case MINUS:
+        GetToken();
+        EvaluateTerm();
+        Combine(VecMinus);
+        break;
+      default:
+        --exprDepth;
+        return;
+    }
+  }
+}
+
+void SCalc::EvaluateTerm() {
+  EvaluatePrim();
+  for (;;) {
+    switch (currentToken) {
+      case MUL:
+        GetToken();
+        EvaluatePrim();
+        Combine(VecMultiply);
+        break;
+      case DIV:
+        GetToken();
+        EvaluatePrim();
+        Combine(VecDivide);
+        break;
+      case MOD:
+        GetToken();
+        EvaluatePrim();
+        Combine(VecMod);
+        break;
+      default:
+        --exprDepth;
+        return;
+    }
+  }
+}
+
+void SCalc::EvaluatePrim() {
+  if (nesting_ >= kNestingLimit) {
+    PushError(messages::kTooDeep);
+    return;
+  }
+  ++nesting_;
+  ++exprDepth;
+  // The tokens that are stepped over: unary plus, the comma before a further argument, and blanks.
+  while (currentToken == PLUS || currentToken == COMMA || currentToken == 9 || currentToken == 10 ||
+         currentToken == 11 || currentToken == 13 || currentToken == 32) {
+    GetToken();
+    ++exprDepth;
+  }
+  switch (currentToken) {
+    case NUMBER:
+      // Required: the value is read after the next token, so of two numbers side by side the second counts.
+      GetToken();
+      Push(SVector(numberValue));
+      break;
+    case LP:
+      GetToken();
+      EvaluateExpr();
+      if (currentToken == RP) {
+        GetToken();
+      } else {
+        operands_.pop_back();
+        PushError(messages::kParenthesisNeeded);
+      }
+      break;
+    case MINUS:
+    case NOT: {
+      const bool negates = currentToken == MINUS;
+      GetToken();
+      EvaluatePrim();
+      Operand &top = operands_.back();
+      if (top.IsTemporary()) {
+        negates ? VecUMinus(top.Own(), top.Series()) : VecNot(top.Own(), top.Series());
+      } else {
+        top = negates ? -top.Series() : !top.Series();
+      }
+      break;
+    }
+    case END:
+      Push(SVector(1));
+      break;
+    case NAME:
+      EvaluateName();
+      break;
+    default:
+      // A character that starts no token is passed here, and only here.
+      if (*readPointer != '\0') ++readPointer;
+      PushError(messages::kIncomplete);
+      break;
+  }
+  --nesting_;
+}
+
+// The first meaning that a name has counts: assignment, variable, vector function, data word, math function,
+// user function, time function, method word. What it is is found before the next token is read, since a
+// further name would take its place.
+void SCalc::EvaluateName() {
+  const Name *const variable = Look(nameString, 0);
+  const Word *const word = variable == nullptr ? FindName(nameString) : nullptr;
+  SString unknown;
+  if (variable == nullptr && word == nullptr) unknown = nameString;
+
+  GetToken();
+  if (currentToken == ASSIGN) {
+    EvaluateAssignment();
+  } else if (variable != nullptr) {
+    EvaluateVariable(*variable);
+  } else if (word == nullptr) {
+    unknown += messages::kNotDefined;
+    unknown += "\n";
+    PushError(unknown.c_str());
+  } else {
+    const Function *const function = FindFunction(word->function);
+    switch (word->family) {
+      case WordFamily::Data:
+        EvaluateDataWord(*function);
+        break;
+      case WordFamily::Method:
+        EvaluateMethodWord(word->function);
+        break;
+      default:
+        // User functions come between the words of Math and those of Time.
+        EvaluateFunction(function, word->family == WordFamily::Vector);
+        break;
+    }
+  }
+}
+
+// Any name may be assigned; from then on it hides what the word meant before.
+void SCalc::EvaluateAssignment() {
+  Name *const variable = Look(nameString, 1);
+  GetToken();
+  EvaluateExpr();
+  if (variable == nullptr) return;
+  // An operand that waits with the old value keeps it.
+  for (Operand &operand : operands_) {
+    if (operand.Lender() == variable) operand.Own(CopiedFrom(operand.Series()));
+  }
+  Operand &top = operands_.back();
+  variable->value = std::move(top.Own(CopiedFrom(top.Series())));
+  top = Operand::Borrow(variable->value, variable);
+}
+
+// Reads the expression behind "(" and its ")"; the value stays on the stack. False, after the error, without
+// ")".
+bool SCalc::EvaluateInParentheses() {
+  GetToken();
+  EvaluateExpr();
+  if (currentToken != RP) {
+    Error(messages::kParenthesisNeeded);
+    return false;
+  }
+  GetToken();
+  return true;
+}
+
+void SCalc::EvaluateVariable(const Name &variable) {
+  const std::size_t base = operands_.size();
+  Push(Operand::Borrow(variable.value, &variable));
+  if (currentToken != LP) return;
+  if (!EvaluateInParentheses()) {
+    ReplaceTop(base, errorResult);
+    return;
+  }
+  const int bars = TruncateToInt(operands_.back().Series()[0]);
+  operands_.pop_back();
+  ShiftTop(bars);
+}
+
+void SCalc::EvaluateDataWord(const Function &function) {
+  const std::size_t base = operands_.size();
+  Apply(function);
+  if (currentToken != LP) return;
+  if (!EvaluateInParentheses()) {
+    ReplaceTop(base, errorResult);
+    return;
+  }
+  const double bars = operands_.back().Series()[0];
+  operands_.pop_back();
+  if (bars < 0.0) {
+    ReplaceTop(base, Error(messages::kNegativeValue));
+    return;
+  }
+  ShiftTop(ToInt(bars));
+}
+
+// A call; every vector function takes one more argument, a shift of its result.
+void SCalc::EvaluateFunction(const Function *function, bool takesShift) {
+  const std::size_t base = operands_.size();
+  if (currentToken != LP) {
+    PushError(messages::kFaultyFunction);
+    return;
+  }
+  GetToken();
+  if (function != nullptr) {
+    Apply(*function);
+  } else {
+    Push(SVector());
+  }
+  if (takesShift && currentToken == COMMA) {
+    EvaluateExpr();
+    const int bars = TruncateToInt(operands_.back().Series()[0]);
+    operands_.pop_back();
+    ShiftTop(bars);
+  }
+  if (currentToken == RP) {
+    GetToken();
+  } else {
+    ReplaceTop(base, Error(messages::kParenthesisNeeded));
+  }
+}
+
+void SCalc::EvaluateMethodWord(FunctionId method) {
+  methodValue =
+      SVector(static_cast<double>(static_cast<int>(method) - static_cast<int>(FunctionId::MethodSimple)));
+  Push(SVector(methodValue));
+}
+
+// Drops the operands from `base` on and leaves `result` there.
+void SCalc::ReplaceTop(std::size_t base, Operand result) {
+  operands_.resize(base);
+  Push(std::move(result));
+}
+
+void SCalc::ShiftTop(int bars) {
+  Operand &top = operands_.back();
+  top = Operand(top.Series()(bars));
+}
+
+// Applies an operator to the two operands on top, into the one that is a temporary series already.
+void SCalc::Combine(void (*operation)(SVector &, const SVector &, const SVector &)) {
+  Operand right = std::move(operands_.back());
+  operands_.pop_back();
+  Operand &left = operands_.back();
+  if (left.IsTemporary() && !left.Series().IsConstant()) {
+    operation(left.Own(), left.Series(), right.Series());
+  } else if (right.IsTemporary() && !right.Series().IsConstant()) {
+    operation(right.Own(), left.Series(), right.Series());
+    left = std::move(right);
+  } else {
+    SVector result;
+    operation(result, left.Series(), right.Series());
+    left = Operand(std::move(result));
+  }
+}
+
+}  // namespace trovenu

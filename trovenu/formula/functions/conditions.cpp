@@ -1,0 +1,37 @@
+#include "trovenu/formula/functions/conditions.h"
+
+#include <algorithm>
+
+namespace trovenu {
+namespace {
+
+Operand IfRule(Call &call) {
+  const bool numbers = call.X(0).IsConstant() && call.X(1).IsConstant() && call.X(2).IsConstant();
+  return Choose(call.X(0), call.X(1), call.X(2), numbers ? call.Bound(Column::Close) : call.X(0));
+}
+
+constexpr Function kRows[] = {
+    {FunctionId::If, Reading::Plain, 3, 3, FullCalc::Never, nullptr, nullptr, IfRule, "cond, a, b",
+     "a where the condition is true (not 0), else b"},
+};
+
+}  // namespace
+
+SVector Choose(const SVector &condition, const SVector &a, const SVector &b, const SVector &close) {
+  const SVector &bars = !condition.IsConstant() ? condition
+                        : !a.IsConstant()       ? a
+                        : !b.IsConstant()       ? b
+                                                : close;
+  SVector result;
+  result.BeginResult(bars.size, bars.startIndex);
+  for (int i = std::max(bars.startIndex, 0); i < result.size; ++i) {
+    result.data[i] = condition[i] != 0.0 ? a[i] : b[i];
+  }
+  // Required: a start index that comes from the three alone, also where the bars came from close.
+  result.startIndex = std::max({condition.startIndex, a.startIndex, b.startIndex});
+  return result;
+}
+
+FunctionRows ConditionRows() { return kRows; }
+
+}  // namespace trovenu

@@ -1,0 +1,76 @@
+#include "trovenu/formula/functions/math.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+
+namespace trovenu {
+namespace {
+
+// Required: from the first bar at which the function fails (sets errno) on, every bar is 0.0.
+template <double (*kFunction)(double)>
+Operand MapRule(Call &call) {
+  SVector &x = call.Own(0);
+  bool failed = false;
+  for (int i = std::max(x.startIndex, 0); i < x.size; ++i) {
+    errno = 0;
+    x.data[i] = failed ? 0.0 : kFunction(x.data[i]);
+    if (errno != 0) {
+      failed = true;
+      x.data[i] = 0.0;
+    }
+  }
+  errno = 0;
+  x.InitTemp();
+  return call.Take(0);
+}
+
+Operand PowerRule(Call &call) { return Power(call.X(0), call.X(1)); }
+
+// The word "^" can't be written in a formula; a direct call of it reads two arguments for nothing.
+Operand NothingRule(Call & /*call*/) { return SVector(); }
+
+constexpr Function Math(FunctionId id, Rule rule, const char *help) {
+  return {id, Reading::Plain, 1, 1, FullCalc::Never, nullptr, nullptr, rule, "x", help};
+}
+
+constexpr Function kRows[] = {
+    {FunctionId::Pow, Reading::Plain, 2, 2, FullCalc::Never, nullptr, nullptr, PowerRule, "x, y",
+     "x raised to the power y"},
+    {FunctionId::Caret, Reading::Plain, 2, 2, FullCalc::Never, nullptr, nullptr, NothingRule, "x, y",
+     "No meaning in a formula: use pow"},
+    Math(FunctionId::Abs, MapRule<std::fabs>, "Absolute value"),
+    Math(FunctionId::Log, MapRule<std::log>, "Natural logarithm"),
+    Math(FunctionId::Log10, MapRule<std::log10>, "Logarithm to base 10"),
+    Math(FunctionId::Sqrt, MapRule<std::sqrt>, "Square root"),
+    Math(FunctionId::Sin, MapRule<std::sin>, "Sine of an angle in radians"),
+    Math(FunctionId::Cos, MapRule<std::cos>, "Cosine of an angle in radians"),
+    Math(FunctionId::Tan, MapRule<std::tan>, "Tangent of an angle in radians"),
+    Math(FunctionId::Asin, MapRule<std::asin>, "Arc sine in radians"),
+    Math(FunctionId::Acos, MapRule<std::acos>, "Arc cosine in radians"),
+    Math(FunctionId::Atan, MapRule<std::atan>, "Arc tangent in radians"),
+    Math(FunctionId::Sinh, MapRule<std::sinh>, "Hyperbolic sine"),
+    Math(FunctionId::Cosh, MapRule<std::cosh>, "Hyperbolic cosine"),
+    Math(FunctionId::Tanh, MapRule<std::tanh>, "Hyperbolic tangent"),
+};
+
+}  // namespace
+
+SVector Power(const SVector &base, const SVector &exponent) {
+  if (base.size != exponent.size && base.size != 1 && exponent.size != 1) return SVector();
+  if (base.IsConstant() && exponent.IsConstant()) return std::pow(base[0], exponent[0]);
+  const SVector &bars = exponent.size == 1 ? base : exponent.size == base.size ? base : exponent;
+  SVector result;
+  const bool sameSize = base.size == exponent.size;
+  result.BeginResult(bars.size, sameSize ? std::max(base.startIndex, exponent.startIndex) : bars.startIndex);
+  for (int i = std::max(result.startIndex, 0); i < result.size; ++i) {
+    const double x = sameSize || base.size != 1 ? base[i] : base[0];
+    const double y = sameSize || exponent.size != 1 ? exponent[i] : exponent[0];
+    result.data[i] = std::pow(x, y);
+  }
+  return result;
+}
+
+FunctionRows MathRows() { return kRows; }
+
+}  // namespace trovenu
