@@ -1,0 +1,8 @@
+#pragma once
+
+namespace trovenu::bench {
+
+/// Registers the benchmarks of the formula language.
+void RegisterLanguage();
+
+}  // namespace trovenu::bench
