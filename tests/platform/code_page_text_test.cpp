@@ -65,6 +65,31 @@ TEST(CodePageText, CompareNoCaseFoldsLettersOnly) {
   }
 }
 
+TEST(CodePageText, FindMatchesWholeCharacters) {
+  struct Case {
+    const char *text;
+    const char *what;
+    std::size_t from;
+    std::size_t expected;
+  };
+  const Case cases[] = {
+      {"abcabc", "ca", 0, 2},
+      {"abcabc", "bc", 2, 4},
+      {"abc", "abcd", 0, std::string::npos},
+      {"abc", "", 1, 1},
+      {"abc", "", 4, std::string::npos},
+      {"", "", 0, 0},
+      {"시가종가"_kr, "종가"_kr, 0, 4},
+      // The bytes B0 A1 stand across the border of the two characters.
+      {"\xB3\xB0\xA1\xB3", "\xB0\xA1", 0, std::string::npos},
+      {"\x81\x41"
+       "A",
+       "A", 0, 2},
+  };
+  for (const Case &c : cases)
+    EXPECT_EQ(FindText(c.text, c.what, c.from), c.expected) << c.text << ' ' << c.what;
+}
+
 TEST(CodePageText, CutNeverSplitsACharacter) {
   struct Case {
     const char *text;

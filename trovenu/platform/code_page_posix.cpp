@@ -47,7 +47,7 @@ class Converter {
 };
 
 /// Length in bytes of the first character of a text, faulty ones included; 1 up to the length of the text.
-using CharacterLength = std::size_t (*)(std::string_view text);
+using LengthOf = std::size_t (*)(std::string_view text);
 
 std::size_t Utf8Length(std::string_view text) {
   std::size_t length = 1;
@@ -55,20 +55,16 @@ std::size_t Utf8Length(std::string_view text) {
   return length;
 }
 
-std::size_t CodePageLength(std::string_view text) {
-  return text.size() >= 2 && IsLeadByte(text[0]) && IsTrailByte(text[1]) ? 2 : 1;
-}
-
 std::size_t WideLength(std::string_view) { return sizeof(wchar_t); }
 
 // One character at a time: after a fault in a longer text converters disagree on how much they have consumed.
-std::string Convert(const char *to, const char *from, std::string_view text, CharacterLength characterLength,
+std::string Convert(const char *to, const char *from, std::string_view text, LengthOf lengthOf,
                     const char *substitute, bool *ok) {
   bool good = true;
   std::string out;
   Converter converter(to, from);
   while (!text.empty()) {
-    const std::size_t length = characterLength(text);
+    const std::size_t length = lengthOf(text);
     if (length == 1 && static_cast<unsigned char>(text[0]) < 0x80) {
       out += text[0];
     } else if (!converter.IsOpen() || !converter.Add(text.substr(0, length), out)) {
@@ -88,7 +84,7 @@ std::string CodePageFromUtf8(std::string_view text, bool *ok) {
 }
 
 std::string Utf8FromCodePage(std::string_view text, bool *ok) {
-  return Convert(kUtf8, kCodePage, text, CodePageLength, "\xEF\xBF\xBD", ok);
+  return Convert(kUtf8, kCodePage, text, CharacterLength, "\xEF\xBF\xBD", ok);
 }
 
 std::string CodePageFromWide(std::wstring_view text, bool *ok) {

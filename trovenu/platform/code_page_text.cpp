@@ -2,6 +2,16 @@
 
 namespace trovenu {
 
+std::size_t FindText(std::string_view text, std::string_view what, std::size_t from) {
+  if (from > text.size()) return std::string_view::npos;
+  if (what.empty()) return from;
+  while (from + what.size() <= text.size()) {
+    if (text[from] == what[0] && text.compare(from, what.size(), what) == 0) return from;
+    from += CharacterLength(text.substr(from));
+  }
+  return std::string_view::npos;
+}
+
 int CompareNoCase(const char *left, const char *right) {
   if (left == nullptr) left = "";
   if (right == nullptr) right = "";

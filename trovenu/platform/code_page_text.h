@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 #include "trovenu/platform/export.h"
 
@@ -35,6 +36,18 @@ constexpr bool IsLeadByte(char c) {
 
 /// True for a byte that may stand second in a two-byte character. Letters are among them.
 constexpr bool IsTrailByte(char c) { return IsLetterAscii(c) || IsLeadByte(c); }
+
+/// Length of the character at the front of `text`: 2 for a whole two-byte character, else 1, and 0 for an
+/// empty text.
+constexpr std::size_t CharacterLength(std::string_view text) {
+  if (text.size() < 2) return text.size();
+  return IsLeadByte(text[0]) && IsTrailByte(text[1]) ? 2 : 1;
+}
+
+/// Position of the first `what` in `text` at or after the character boundary `from`, or npos. Matches whole
+/// characters alone, never the second byte of one with the first byte of the next. An empty `what` is found
+/// at `from` if that lies within the text.
+TROVENU_API std::size_t FindText(std::string_view text, std::string_view what, std::size_t from = 0);
 
 /// Compares two texts byte by byte as unsigned values: below, equal to or above 0. Null counts as empty.
 /// Letters A to Z count as small ones, except where they are the second byte of a two-byte character.

@@ -35,7 +35,7 @@ void SetOk(bool *ok, bool good) {
 std::wstring RepairCodePage(std::string_view text) {
   std::wstring wide;
   while (!text.empty()) {
-    const std::size_t length = text.size() >= 2 && IsLeadByte(text[0]) && IsTrailByte(text[1]) ? 2 : 1;
+    const std::size_t length = CharacterLength(text);
     const std::wstring character = ToWide(kCodePage, MB_ERR_INVALID_CHARS, text.substr(0, length));
     if (character.empty()) {
       wide += kReplacement;

@@ -11,11 +11,11 @@
 
 /// Lets the compiler check the arguments of a function with a printf format against it.
 #if defined(__MINGW32__)
-#define TROVENU_PRINTF_LIKE(format, first) __attribute__((format(gnu_printf, format, first)))
+#define TROVENU_PRINTF_LIKE(layout, first) __attribute__((format(gnu_printf, layout, first)))
 #elif defined(__GNUC__)
-#define TROVENU_PRINTF_LIKE(format, first) __attribute__((format(printf, format, first)))
+#define TROVENU_PRINTF_LIKE(layout, first) __attribute__((format(printf, layout, first)))
 #else
-#define TROVENU_PRINTF_LIKE(format, first)
+#define TROVENU_PRINTF_LIKE(layout, first)
 #endif
 
 namespace trovenu {
