@@ -90,18 +90,25 @@ void SCalc::InitCalc() {
 }
 
 SVector SCalc::Error(const char *message) {
-  if (errorCount == 0) {
-    errorText = message != nullptr ? message : "";
+  const bool first = errorCount == 0;
+  if (errorCount < 0x7fffffff) ++errorCount;
+  if (first) {
     errorPosition = readPointer >= expression && readPointer < expression + kExpressionBytes
                         ? static_cast<int>(readPointer - expression)
                         : 0;
+    try {
+      errorText = message != nullptr ? message : "";
+    } catch (const std::bad_alloc &) {
+      // The fault counts also where there is no memory for its words.
+    }
   }
-  if (errorCount < 0x7fffffff) ++errorCount;
   return errorResult;
 }
 
 // Evaluates statement after statement; the value of the last one stays on the operand stack.
 void SCalc::RunText() {
+  exprDepth = 0;
+  userDepth = 0;
   if (textTooLong_) Error(messages::kFormulaTooLong);
   textTooLong_ = false;
   nesting_ = 0;
@@ -115,16 +122,13 @@ void SCalc::RunText() {
     }
     if (operands_.empty()) Push(SVector());
   } catch (const std::bad_alloc &) {
-    errorResult.Error("Out of memory trying to create SVector\n");
-    Error("Out of memory");
+    Error(messages::kOutOfMemory);
     operands_.clear();
     readPointer += std::strlen(readPointer);
   }
 }
 
 SVector SCalc::Calculate() {
-  exprDepth = 0;
-  userDepth = 0;
   errorCount = 0;
   isTail_ = false;
   RunText();

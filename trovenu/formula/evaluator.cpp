@@ -119,18 +119,19 @@ void SCalc::EvaluateTerm() {
 }
 
 void SCalc::EvaluatePrim() {
-  if (nesting_ >= kNestingLimit) {
-    PushError(messages::kTooDeep);
-    return;
-  }
-  ++nesting_;
   ++exprDepth;
-  // The tokens that are stepped over: unary plus, the comma before a further argument, and blanks.
+  // The tokens that are stepped over: unary plus, the comma before a further argument, and blanks. Also where
+  // the nesting ends: a reader of arguments goes on for as long as it finds a comma.
   while (currentToken == PLUS || currentToken == COMMA || currentToken == 9 || currentToken == 10 ||
          currentToken == 11 || currentToken == 13 || currentToken == 32) {
     GetToken();
     ++exprDepth;
   }
+  if (nesting_ >= kNestingLimit) {
+    PushError(messages::kTooDeep);
+    return;
+  }
+  ++nesting_;
   switch (currentToken) {
     case NUMBER:
       // Required: the value is read after the next token, so of two numbers side by side the second counts.

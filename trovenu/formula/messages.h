@@ -63,5 +63,7 @@ inline constexpr const char *kNumberTooLong = "숫자가 너무 깁니다."_kr;
 inline constexpr const char *kVariableNameTooLong = "변수의 이름이 너무 깁니다."_kr;
 inline constexpr const char *kTooManyVariables = "변수가 너무 많습니다."_kr;
 inline constexpr const char *kTooDeep = "수식이 너무 복잡합니다."_kr;
+/// Memory ran out on the way; what has been computed is given up.
+inline constexpr const char *kOutOfMemory = "메모리가 부족합니다."_kr;
 
 }  // namespace trovenu::messages

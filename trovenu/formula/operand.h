@@ -30,6 +30,8 @@ class Operand {
   SVector &Own(int from = 0) {
     if (borrowed_ != nullptr) {
       own_ = borrowed_->CopyFrom(from);
+      // The extremes that the lender remembers hold no longer once the copy is written to.
+      own_.InitTemp();
       borrowed_ = nullptr;
       lender_ = nullptr;
     }
