@@ -17,10 +17,10 @@ const char *NameOf(Format format) { return kFormatNames[static_cast<std::size_t>
 
 void AddBarsOption(CLI::App &command, std::string &path) {
   command
-      .add_option(
-          "--bars", path,
-          "CSV file with a header and one bar a line, oldest first; - for standard input. Columns in any "
-          "order: date, time, open, high, low, close, volume, amount, openinterest, or their Korean names")
+      .add_option("--bars", path,
+                  "CSV file with a header and one bar a line, oldest first; - for\n"
+                  "standard input. Columns in any order: date, time, open, high, low,\n"
+                  "close, volume, amount, openinterest or their Korean names")
       ->type_name("FILE")
       ->required();
 }
@@ -30,7 +30,7 @@ void FormatOption::Add(CLI::App &command, std::initializer_list<Format> formats)
   for (const Format format : formats) names.emplace_back(NameOf(format));
   name_ = names.front();
   command.add_option("--format", name_, "Form of the result")
-      ->type_name("")
+      ->type_name("NAME")
       ->check(CLI::IsMember(names))
       ->capture_default_str();
 }
@@ -42,11 +42,7 @@ Format FormatOption::Get() const {
 }
 
 void AddOutOption(CLI::App &command, std::string &path) {
-  command
-      .add_option(
-          "--out", path,
-          "File to write, whole or not at all (default: standard output); after a failure an older file "
-          "stays as it was")
+  command.add_option("--out", path, "File to write, whole or not at all (default: standard output)")
       ->type_name("FILE");
 }
 

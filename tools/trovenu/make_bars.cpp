@@ -51,6 +51,7 @@ Command AddBars(CLI::App &tool) {
   amount->require_option(1);
   command->add_option("--seed", options->seed, "Another series for each number")
       ->type_name("S")
+      ->check(CLI::NonNegativeNumber)
       ->capture_default_str();
   AddOutOption(*command, options->out);
   return {command, [options] { return Run(*options); }};

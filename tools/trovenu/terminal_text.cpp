@@ -92,7 +92,7 @@ std::size_t DisplayWidth(std::string_view utf8) {
 
 std::string Quoted(std::string_view text) {
   constexpr std::size_t kMost = 40;
-  const std::string utf8 = ToUtf8(text.substr(0, 4 * kMost));
+  const std::string utf8 = ToUtf8(text);
   std::string shown = "\"";
   std::size_t width = 0;
   for (std::size_t at = 0; at < utf8.size();) {

@@ -1,0 +1,88 @@
+#include "tests/tools/tool_runner.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+
+#ifndef TROVENU_TOOL
+#define TROVENU_TOOL ""
+#endif
+
+namespace trovenu::tests {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string ReadFile(const fs::path &path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void WriteFile(const fs::path &path, std::string_view content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+// A shell's word that stands for exactly this text.
+std::string ShellWord(const std::string &text) {
+  std::string word = "'";
+  for (const char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return word + "'";
+}
+
+}  // namespace
+
+void ToolTest::SetUp() {
+  if (std::string_view(TROVENU_TOOL).empty()) GTEST_SKIP() << "built without the tool";
+  std::random_device random;
+  const std::string name = "trovenu-test-" + std::to_string(random()) + std::to_string(random());
+  folder_ = fs::temp_directory_path() / name;
+  streams_ = fs::temp_directory_path() / (name + "-streams");
+  fs::create_directories(folder_);
+  fs::create_directories(streams_);
+}
+
+void ToolTest::TearDown() {
+  std::error_code ignored;
+  if (!folder_.empty()) fs::remove_all(folder_, ignored);
+  if (!streams_.empty()) fs::remove_all(streams_, ignored);
+}
+
+std::string ToolTest::File(const std::string &name, std::string_view content) const {
+  WriteFile(folder_ / name, content);
+  return Path(name);
+}
+
+std::string ToolTest::Content(const std::string &name) const { return ReadFile(folder_ / name); }
+
+std::vector<std::string> ToolTest::Files() const {
+  std::vector<std::string> names;
+  for (const fs::directory_entry &entry : fs::directory_iterator(folder_)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+ToolResult ToolTest::Run(const std::vector<std::string> &arguments, std::string_view input) const {
+  const auto stream = [&](const char *name) { return (streams_ / name).string(); };
+  WriteFile(stream("in"), input);
+  std::string command = "cd " + ShellWord(folder_.string()) + "; " + ShellWord(TROVENU_TOOL);
+  for (const std::string &argument : arguments) command += " " + ShellWord(argument);
+  command += " <" + ShellWord(stream("in")) + " >" + ShellWord(stream("out")) + " 2>" +
+             ShellWord(stream("err")) + "; echo $? >" + ShellWord(stream("code"));
+  if (std::system(command.c_str()) != 0) ADD_FAILURE() << "can't run " << command;
+  ToolResult result;
+  result.out = ReadFile(stream("out"));
+  result.err = ReadFile(stream("err"));
+  result.exitCode = std::atoi(ReadFile(stream("code")).c_str());
+  return result;
+}
+
+ToolResult ToolTest::Eval(std::string_view bars, const std::string &formula) const {
+  return Run({"eval", "--bars", "-", "--format", "csv", "--formula", formula}, bars);
+}
+
+}  // namespace trovenu::tests
