@@ -23,7 +23,10 @@ int DatePart(double date) { return std::max(TruncateToInt(GetCompDate(date)), 0)
 
 /// hhmmss, 0 for a plain date.
 int TimePart(double date) {
-  return date > kLargestPlainDate ? TruncateToInt(std::fmod(date, kTimeOfDayDigits)) : 0;
+  if (!(date > kLargestPlainDate)) return 0;
+  // The difference is exact, and far cheaper than the remainder.
+  return TruncateToInt(date < kShortDateEnd ? date - GetCompDate(date) * kTimeOfDayDigits
+                                            : std::fmod(date, kTimeOfDayDigits));
 }
 
 Day SplitDate(int date) { return {date / 10000, date / 100 % 100, date % 100}; }

@@ -17,13 +17,14 @@ inline constexpr double kLargestPlainDate = 1e8;
 /// What the date stands above in a number that carries a time.
 inline constexpr double kTimeOfDayDigits = 1e6;
 
+/// Below this the date in a number that carries a time fits 32 bits, the form that costs the least.
+inline constexpr double kShortDateEnd = 2147483648.0 * kTimeOfDayDigits;
+
 /// The plain date of a date number, for comparing days; a plain date as it is.
 inline double GetCompDate(double date) {
-  // Below this the date fits 32 bits, which costs the least.
-  constexpr double kUsualEnd = 2147483648.0 * kTimeOfDayDigits;
   if (!(date > kLargestPlainDate)) return date;
   const double day = date / kTimeOfDayDigits;
-  return date < kUsualEnd ? static_cast<double>(static_cast<std::int32_t>(day)) : std::trunc(day);
+  return date < kShortDateEnd ? static_cast<double>(static_cast<std::int32_t>(day)) : std::trunc(day);
 }
 
 /// The plain date as an integer, limited to 32 bits.
