@@ -16,19 +16,19 @@ TEST_F(CheckTest, SaysSoundOrShowsThePlace) {
       {"평균(종가, 20) + oi + amount + DayOpen()", 0, "sound\n"},
       {"", 0, "sound\n"},
       {"c +", 1,
-       "수식이 불완전합니다. 필요한 변수나 연산자가 없습니다. (line 1)\n"
+       "수식이 불완전합니다. 필요한 변수나 연산자가 없습니다. (line 1, column 4)\n"
        "c +\n"
        "   ^\n"},
       {"1 2", 1,
-       "연산자가 필요합니다 (line 1)\n"
+       "연산자가 필요합니다 (line 1, column 4)\n"
        "1 2\n"
        "   ^\n"},
       {"종가 + 하향 + 1", 1,
-       "하향이(가) 정의되지 않았습니다. (line 1)\n"
+       "하향이(가) 정의되지 않았습니다. (line 1, column 14)\n"
        "종가 + 하향 + 1\n"
        "             ^\n"},
       {"x = 1;\r\n\t(c + x;\r\nx", 1,
-       ")가 필요합니다. (line 2)\n"
+       ")가 필요합니다. (line 2, column 9)\n"
        " (c + x;\n"
        "        ^\n"},
   };

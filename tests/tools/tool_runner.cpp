@@ -67,17 +67,26 @@ std::vector<std::string> ToolTest::Files() const {
 }
 
 ToolResult ToolTest::Run(const std::vector<std::string> &arguments, std::string_view input) const {
-  const auto stream = [&](const char *name) { return (streams_ / name).string(); };
-  WriteFile(stream("in"), input);
-  std::string command = "cd " + ShellWord(folder_.string()) + "; " + ShellWord(TROVENU_TOOL);
+  WriteFile(streams_ / "in", input);
+  std::string command = "cd " + ShellWord(folder_.string()) + " && " + ShellWord(TROVENU_TOOL);
   for (const std::string &argument : arguments) command += " " + ShellWord(argument);
-  command += " <" + ShellWord(stream("in")) + " >" + ShellWord(stream("out")) + " 2>" +
-             ShellWord(stream("err")) + "; echo $? >" + ShellWord(stream("code"));
-  if (std::system(command.c_str()) != 0) ADD_FAILURE() << "can't run " << command;
+  return RunCommand(command + " <" + ShellWord((streams_ / "in").string()));
+}
+
+ToolResult ToolTest::RunShell(const std::string &line) const {
+  return RunCommand("cd " + ShellWord(TROVENU_SOURCE_DIR) + " && trovenu() { " + ShellWord(TROVENU_TOOL) +
+                    " \"$@\"; } && { " + line + "; } 2>&1");
+}
+
+ToolResult ToolTest::RunCommand(const std::string &command) const {
+  const auto stream = [&](const char *name) { return ShellWord((streams_ / name).string()); };
+  const std::string whole =
+      "{ " + command + "; } >" + stream("out") + " 2>" + stream("err") + "; echo $? >" + stream("code");
+  if (std::system(whole.c_str()) != 0) ADD_FAILURE() << "can't run " << whole;
   ToolResult result;
-  result.out = ReadFile(stream("out"));
-  result.err = ReadFile(stream("err"));
-  result.exitCode = std::atoi(ReadFile(stream("code")).c_str());
+  result.out = ReadFile(streams_ / "out");
+  result.err = ReadFile(streams_ / "err");
+  result.exitCode = std::atoi(ReadFile(streams_ / "code").c_str());
   return result;
 }
 

@@ -32,10 +32,16 @@ class ToolTest : public testing::Test {
   /// Runs `trovenu` with these arguments and `input` on standard input.
   ToolResult Run(const std::vector<std::string> &arguments, std::string_view input = "") const;
 
+  /// Runs a line of shell as in the project's top folder, with the tool as `trovenu`. `out` holds both
+  /// streams.
+  ToolResult RunShell(const std::string &line) const;
+
   /// Runs `trovenu eval --format csv` on these bars, given on standard input.
   ToolResult Eval(std::string_view bars, const std::string &formula) const;
 
  private:
+  ToolResult RunCommand(const std::string &command) const;
+
   std::filesystem::path folder_;
   std::filesystem::path streams_;
 };

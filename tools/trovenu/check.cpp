@@ -20,8 +20,7 @@ int Run(const std::string &formula) {
   if (!fault) {
     out.Write("sound\n");
   } else {
-    out.Write(fault->message + " (line " + std::to_string(fault->lineNumber) + ")\n" + fault->line + "\n" +
-              std::string(fault->column, ' ') + "^\n");
+    out.Write(fault->OneLine() + "\n" + fault->line + "\n" + std::string(fault->column, ' ') + "^\n");
   }
   out.Commit();
   return fault ? kFailed : kDone;
