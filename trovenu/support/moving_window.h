@@ -18,59 +18,98 @@
 /// element may serve as the origin of deviations.
 
 #include <algorithm>
-#include <vector>
+#include <array>
+#include <cstddef>
+#include <optional>
 
 namespace trovenu {
 
-/// Suffixes are kept for this many bars at a time; where a block is longer, the suffix at the edge of each
-/// strip is kept and the others are built again from it.
+/// Suffixes are kept for this many bars at a time. Where a block is longer, the suffixes at the edges of this
+/// many such strips are kept and the others are built again from them, so that no length needs memory of its
+/// own.
 inline constexpr int kWindowStrip = 512;
+
+/// The older parts of the windows that end in one block: suffixes of the bars from `oldest` to `block` - 1.
+template <class Statistic>
+class WindowSuffixes {
+  using Part = typename Statistic::Part;
+
+ public:
+  explicit WindowSuffixes(const Statistic &statistic) : statistic_(statistic) {}
+
+  /// Begins with the first strip of a block.
+  void BeginBlock(int oldest, int block) {
+    block_ = block;
+    left_ = right_ = oldest;
+    usedEdges_ = kWindowStrip;
+    NextStrip();
+  }
+
+  /// Goes on to the suffixes that begin at `Right()` or later.
+  void NextStrip() {
+    left_ = right_;
+    right_ = block_ - left_ > kWindowStrip ? left_ + kWindowStrip : block_;
+    Part part{};
+    if (right_ < block_) {
+      if (usedEdges_ == kWindowStrip) BuildEdges();
+      part = (*edges_)[static_cast<std::size_t>(usedEdges_++)];
+    }
+    for (int j = right_ - 1; j >= left_; --j) {
+      statistic_.Prepend(part, j, block_);
+      suffixes_[j - left_] = part;
+    }
+  }
+
+  /// The first bar behind the current strip; it is the block's first bar where no strip follows.
+  int Right() const { return right_; }
+
+  /// The suffix that begins at bar i of the current strip, or nothing for the block's first bar.
+  Part From(int i) const { return i < block_ ? suffixes_[i - left_] : Part{}; }
+
+ private:
+  // Fills the edges of the current strip and of those behind it.
+  void BuildEdges() {
+    if (!edges_) edges_.emplace();
+    usedEdges_ = 0;
+    Part part{};
+    for (int j = block_ - 1; j >= right_; --j) {
+      statistic_.Prepend(part, j, block_);
+      const int distance = j - right_;
+      if (distance % kWindowStrip == 0 && distance / kWindowStrip < kWindowStrip)
+        (*edges_)[static_cast<std::size_t>(distance / kWindowStrip)] = part;
+    }
+  }
+
+  const Statistic &statistic_;
+  int block_ = 0;
+  int left_ = 0;
+  int right_ = 0;
+  int usedEdges_ = kWindowStrip;
+  Part suffixes_[kWindowStrip];
+  std::optional<std::array<Part, kWindowStrip>> edges_;
+};
 
 /// Writes `out[i]` for every window of `n` bars (at least 1) that ends at a bar i from `first` + n - 1 to
 /// `size` - 1 and begins at or after `first`.
 template <class Statistic>
 void SlideWindow(const Statistic &statistic, int first, int size, int n, double *out) {
-  using Part = typename Statistic::Part;
   if (size - first < n) return;
-  Part suffixes[kWindowStrip];
-  std::vector<Part> edges;
+  WindowSuffixes<Statistic> older(statistic);
   int i = first + n - 1;
   long long block = static_cast<long long>(i) / n * n;
   while (i < size) {
     const int begin = static_cast<int>(block);
     const int end = static_cast<int>(std::min<long long>(block + n, size));
-    // The older parts that windows ending in i .. end - 1 need begin at i - n + 1 .. begin - 1 or are empty.
-    const int oldest = i - n + 1;
-    const int strips = (begin - oldest) / kWindowStrip + 1;
-    Part part{};
-    if (strips > 1) {
-      edges.assign(static_cast<std::size_t>(strips), Part{});
-      for (int j = begin - 1; j >= oldest + kWindowStrip; --j) {
-        statistic.Prepend(part, j, begin);
-        if ((j - oldest) % kWindowStrip == 0)
-          edges[static_cast<std::size_t>((j - oldest) / kWindowStrip)] = part;
-      }
-    }
-    Part newer{};
+    older.BeginBlock(i - n + 1, begin);
+    typename Statistic::Part newer{};
     for (int j = begin; j < i; ++j) statistic.Append(newer, j, begin);
-    int strip = 0;
     while (i < end) {
-      // Windows whose oldest bar lies in [left, right).
-      const int left = oldest + strip * kWindowStrip;
-      const int right = std::min(left + kWindowStrip, begin);
-      part = right < begin ? edges[static_cast<std::size_t>(strip + 1)] : Part{};
-      for (int j = right - 1; j >= left; --j) {
-        statistic.Prepend(part, j, begin);
-        suffixes[j - left] = part;
-      }
-      const int stop = right < begin ? std::min(right + n - 1, end) : end;
+      const int stop = older.Right() < begin ? std::min(older.Right() + n - 1, end) : end;
       for (; i < stop; ++i) {
         statistic.Append(newer, i, begin);
-        const int tail = i - n + 1;
-        out[i] =
-            statistic.Value(tail < begin ? suffixes[tail - left] : Part{}, newer, i - begin + 1, i, begin);
+        out[i] = statistic.Value(older.From(i - n + 1), newer, i - begin + 1, i, begin);
       }
-      ++strip;
+      if (i < end) older.NextStrip();
     }
     block += n;
   }
