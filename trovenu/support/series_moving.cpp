@@ -91,9 +91,8 @@ void FillMoving(SVector &result, const SVector &source, int n, Run run) {
     result.BeginResult(source.size, kNoValidBar);
     return;
   }
-  result.BeginResult(source.size, MoveIndex(source.startIndex, n - 1));
   const int first = std::max(source.startIndex, 0);
-  if (source.startIndex < 0) result.startIndex = MoveIndex(first, n - 1);
+  result.BeginResult(source.size, MoveIndex(first, n - 1));
   if (result.size - first >= n) run(source.data, first, result.size, result.data);
 }
 
@@ -201,9 +200,9 @@ void SVector::CalcTAvg(const SVector &source, int n) {
 }
 
 void SVector::CalcGAvg(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
+  FillMoving(*this, source, n, [this, n](const double *x, int first, int end, double *out) {
     const SVector logarithms = MapElements(x, first, end, [](double v) { return std::log(v); });
-    end = logarithms.size;
+    if (logarithms.size < end) return SetSize(0);
     SlideWindow(WindowSum{logarithms.data, static_cast<double>(n)}, first, end, n, out);
     for (int i = first + n - 1; i < end; ++i) out[i] = std::exp(out[i]);
     KeepFlatWindows(x, first, end, n, out);
@@ -212,9 +211,9 @@ void SVector::CalcGAvg(const SVector &source, int n) {
 }
 
 void SVector::CalcHAvg(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
+  FillMoving(*this, source, n, [this, n](const double *x, int first, int end, double *out) {
     const SVector reciprocals = MapElements(x, first, end, [](double v) { return 1.0 / v; });
-    end = reciprocals.size;
+    if (reciprocals.size < end) return SetSize(0);
     SlideWindow(WindowSum{reciprocals.data, 1.0}, first, end, n, out);
     for (int i = first + n - 1; i < end; ++i) out[i] = n / out[i];
     KeepFlatWindows(x, first, end, n, out);
