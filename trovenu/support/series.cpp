@@ -121,10 +121,7 @@ void SVector::CopyElements(const SVector &other, int from) {
   from = std::min(std::max({from, other.firstWritten_, 0}), other.size);
   if (capacity < other.size) {
     double *block = TakeBlock(other.size, from);
-    if (block == nullptr) {
-      size = 0;
-      return;
-    }
+    if (block == nullptr) return ClearData();
     AdoptBlock(block, other.size, from);
   } else {
     std::fill(data + std::min(firstWritten_, from), data + from, 0.0);
@@ -144,6 +141,7 @@ void SVector::CopyElements(const SVector &other, int from) {
 SVector SVector::CopyFrom(int from) const {
   SVector copy;
   copy.CopyElements(*this, from);
+  copy.InitTemp();
   return copy;
 }
 
@@ -163,7 +161,11 @@ void SVector::Alloc(int n) {
 
 void SVector::ReAlloc(int n) {
   n = std::max(n, 1);
-  if (n == 1 && !OwnsBlock()) return;
+  if (n == 1 && !OwnsBlock()) {
+    if (startIndex > 0) number_ = 0.0;
+    InitTemp();
+    return;
+  }
   const int end = std::min(size, n);
   const int begin = std::min(std::max(startIndex, 0), end);
   reallocBuffer = TakeBlock(std::max(n, 2), std::max(n, 2));
