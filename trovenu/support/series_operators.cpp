@@ -54,10 +54,10 @@ struct NotEqual {
   double operator()(double a, double b) const { return a != b ? 1.0 : 0.0; }
 };
 struct And {
-  double operator()(double a, double b) const { return (a != 0.0) & (b != 0.0) ? 1.0 : 0.0; }
+  double operator()(double a, double b) const { return ((a != 0.0) & (b != 0.0)) ? 1.0 : 0.0; }
 };
 struct Or {
-  double operator()(double a, double b) const { return (a != 0.0) | (b != 0.0) ? 1.0 : 0.0; }
+  double operator()(double a, double b) const { return ((a != 0.0) | (b != 0.0)) ? 1.0 : 0.0; }
 };
 struct Negate {
   double operator()(double a) const { return -a; }
@@ -78,6 +78,13 @@ void MapElements(Operation op, const double *a, double *out, int from, int to) {
   for (int i = from; i < to; ++i) out[i] = op(a[i]);
 }
 
+// `out` may hold the operand from which the number was computed.
+void BecomeConstant(SVector &out, double number) {
+  out.BeginResult(1, 0);
+  out.data[0] = number;
+  out.isSeries = 0;
+}
+
 // Makes `out` ready for a result, in place where it is an operand of that size already.
 void BeginInto(SVector &out, bool outIsSeriesOperand, int size, int start) {
   if (outIsSeriesOperand && out.size == size) {
@@ -90,7 +97,7 @@ void BeginInto(SVector &out, bool outIsSeriesOperand, int size, int start) {
 template <class Operation>
 void Combine(SVector &out, const SVector &a, const SVector &b, Operation op) {
   if (a.IsConstant() && b.IsConstant()) {
-    out = SVector(op(a.data[0], b.data[0]));
+    BecomeConstant(out, op(a.data[0], b.data[0]));
     return;
   }
   const int size = a.IsConstant() ? b.size : b.IsConstant() ? a.size : std::min(a.size, b.size);
@@ -100,10 +107,8 @@ void Combine(SVector &out, const SVector &a, const SVector &b, Operation op) {
   const bool isOperand = &out == &a || &out == &b;
   if (isOperand && (out.IsConstant() || out.size != size)) {
     // The operand must outlive the result that takes its place.
-    SVector result;
-    result.minMaxChanged = out.minMaxChanged;
-    Combine(result, a, b, op);
-    out = std::move(result);
+    const SVector operand(std::move(out));
+    Combine(out, &a == &out ? operand : a, &b == &out ? operand : b, op);
     return;
   }
   BeginInto(out, isOperand, size, start);
@@ -122,11 +127,34 @@ void Combine(SVector &out, const SVector &a, const SVector &b, Operation op) {
 template <class Operation>
 void Map(SVector &out, const SVector &a, Operation op) {
   if (a.IsConstant()) {
-    out = SVector(op(a.data[0]));
+    BecomeConstant(out, op(a.data[0]));
     return;
   }
   BeginInto(out, &out == &a, a.size, a.startIndex);
   MapElements(op, a.data, out.data, std::max(a.startIndex, 0), out.size);
+}
+
+void Shift(SVector &out, const SVector &in, int n) {
+  if (in.IsConstant()) {
+    BecomeConstant(out, in.data[0]);
+    return;
+  }
+  if (&out == &in) {
+    const SVector operand(std::move(out));
+    Shift(out, operand, n);
+    return;
+  }
+  const int moved = MoveIndex(in.startIndex, n);
+  const int start = n >= 0 ? moved : std::max(0, moved);
+  out.BeginResult(in.size, start);
+  // Elements from `begin` to `end` - 1 have a source; the others hold 0.0.
+  const int first = std::min(std::max(start, 0), out.size);
+  const int begin = std::min(std::max(start, n), out.size);
+  const long long last = std::min<long long>(static_cast<long long>(in.size) + n, out.size);
+  const int end = static_cast<int>(std::max<long long>(last, begin));
+  std::fill(out.data + first, out.data + begin, 0.0);
+  if (begin < end) std::copy(in.data + (begin - n), in.data + (end - n), out.data + begin);
+  std::fill(out.data + end, out.data + out.size, 0.0);
 }
 
 template <class Operation>
@@ -166,21 +194,8 @@ SVector SVector::operator!() const {
 }
 
 SVector SVector::operator()(int n) const {
-  if (IsConstant()) return *this;
   SVector result;
-  const int start = n >= 0 ? MoveIndex(startIndex, n) : std::max(0, MoveIndex(startIndex, n));
-  result.BeginResult(size, start);
-  if (n >= 0) {
-    const int from = std::max(start, n);
-    for (int i = std::max(start, 0); i < std::min(from, result.size); ++i) result.data[i] = 0.0;
-    if (from < result.size) std::copy(data + from - n, data + result.size - n, result.data + from);
-  } else {
-    const int from = start;
-    const long long ahead = -static_cast<long long>(n);
-    const int sourceless = static_cast<int>(std::max<long long>(from, result.size - ahead));
-    for (int i = from; i < std::min(sourceless, result.size); ++i) result.data[i] = data[i + ahead];
-    for (int i = sourceless; i < result.size; ++i) result.data[i] = 0.0;
-  }
+  Shift(result, *this, n);
   return result;
 }
 
@@ -200,6 +215,6 @@ void VecOR(SVector &out, const SVector &a, const SVector &b) { Combine(out, a, b
 void VecUMinus(SVector &out, const SVector &a) { Map(out, a, Negate{}); }
 void VecNot(SVector &out, const SVector &a) { Map(out, a, Not{}); }
 void VecCopy(SVector &out, const SVector &in) { out = in; }
-void VecRef(SVector &out, const SVector &in, int n) { out = in(n); }
+void VecRef(SVector &out, const SVector &in, int n) { Shift(out, in, n); }
 
 }  // namespace trovenu
