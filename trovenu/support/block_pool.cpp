@@ -5,7 +5,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TROVENU_POISON_BLOCKS 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TROVENU_POISON_BLOCKS 1
+#endif
+#endif
+#ifdef TROVENU_POISON_BLOCKS
+#include <sanitizer/asan_interface.h>
+#endif
 
 namespace trovenu {
 namespace {
@@ -39,7 +51,7 @@ Block *BlockOf(double *elements) {
 // Classes grow by a quarter of a power of two, so at most a fifth of a block is idle.
 int ClassOf(int elements) {
   const auto n = static_cast<std::uint32_t>(std::max(elements, kSmallestBlock));
-  const int shift = std::bit_width(n) - 3;
+  const int shift = static_cast<int>(std::bit_width(n)) - 3;
   const std::uint32_t quarters = (n + (1U << shift) - 1) >> shift;
   return shift * kStepsPerDoubling + static_cast<int>(quarters) - 4;
 }
@@ -95,7 +107,11 @@ Pool *ThreadPool() {
   return currentPool;
 }
 
+// Counts down to the allocation that a test wants to fail; 0 where none does.
+thread_local int allocationsToFailure = 0;
+
 Block *AllocateBlock(int sizeClass, Pool *pool) {
+  if (allocationsToFailure > 0 && --allocationsToFailure == 0) return nullptr;
   const std::size_t elements = ClassElements(sizeClass);
   if (elements > (SIZE_MAX - 2 * kAlignment) / sizeof(double)) return nullptr;
   // Zeroed pages come from the system without being touched.
@@ -110,6 +126,28 @@ Block *AllocateBlock(int sizeClass, Pool *pool) {
 }
 
 std::size_t BytesOf(int sizeClass) { return ClassElements(sizeClass) * sizeof(double); }
+
+// The sanitizer knows no blocks, only what was allocated: it is told which elements are in use.
+#ifdef TROVENU_POISON_BLOCKS
+void GuardElements(Block *block) { ASAN_POISON_MEMORY_REGION(Elements(block), BytesOf(block->sizeClass)); }
+
+void OpenElements(Block *block, int elements) {
+  ASAN_UNPOISON_MEMORY_REGION(Elements(block), static_cast<std::size_t>(elements) * sizeof(double));
+}
+
+void OpenAllElements(Block *block) {
+  ASAN_UNPOISON_MEMORY_REGION(Elements(block), BytesOf(block->sizeClass));
+}
+
+void SpoilElements(double *from, double *to) {
+  std::fill(from, to, std::numeric_limits<double>::quiet_NaN());
+}
+#else
+void GuardElements(Block *) {}
+void OpenElements(Block *, int) {}
+void OpenAllElements(Block *) {}
+void SpoilElements(double *, double *) {}
+#endif
 
 // Frees the block of a class that has waited the longest.
 void FreeOldest(Pool &pool, int sizeClass) {
@@ -169,10 +207,14 @@ double *AcquireBlock(int elements, int firstWritten) {
   Block *block = pool != nullptr ? TakeFree(*pool, sizeClass, firstWritten, elements) : nullptr;
   if (block == nullptr) block = AllocateBlock(sizeClass, pool);
   if (block == nullptr) return nullptr;
+  OpenAllElements(block);
   double *values = Elements(block);
   std::fill_n(values + block->writtenFrom, WrittenBelow(*block, firstWritten), 0.0);
   // The taker will report only its own elements, so nothing may stay behind past them.
   std::fill_n(values + std::max(block->writtenFrom, elements), WrittenPast(*block, elements), 0.0);
+  SpoilElements(values + firstWritten, values + elements);
+  GuardElements(block);
+  OpenElements(block, elements);
   return values;
 }
 
@@ -189,6 +231,7 @@ void ReleaseBlock(double *elements, int writtenFrom, int writtenTo) {
   while (pool->retained + bytes > kRetainedBytes) FreeLeastUsed(*pool);
   block->writtenFrom = std::max(writtenFrom, 0);
   block->writtenTo = std::max(writtenTo, block->writtenFrom);
+  GuardElements(block);
   block->next = pool->free[block->sizeClass];
   pool->free[block->sizeClass] = block;
   ++pool->count[block->sizeClass];
@@ -199,5 +242,12 @@ unsigned long long AllocatedBlockCount() {
   const Pool *pool = ThreadPool();
   return pool != nullptr ? pool->allocated : 0;
 }
+
+unsigned long long RetainedElementCount() {
+  const Pool *pool = ThreadPool();
+  return pool != nullptr ? pool->retained / sizeof(double) : 0;
+}
+
+void FailBlockAllocation(int n) { allocationsToFailure = n; }
 
 }  // namespace trovenu

@@ -10,6 +10,9 @@
 /// Invariant: a block that is handed out holds 0.0 in every element below the first one that its taker
 /// promises to write. A block remembers which span was written, so that a series of which only the tail was
 /// computed costs what the tail costs and never a pass over all bars.
+///
+/// Built with the address sanitizer, the idle part of a block and a block that waits may not be touched, and
+/// the elements that a taker promises to write hold NaN until it does.
 
 namespace trovenu {
 
@@ -23,5 +26,12 @@ void ReleaseBlock(double *block, int writtenFrom, int writtenTo);
 
 /// Blocks taken from the system's allocator by this thread so far; a steady state leaves it unchanged.
 unsigned long long AllocatedBlockCount();
+
+/// Elements in the blocks that wait in this thread's pool.
+unsigned long long RetainedElementCount();
+
+/// For tests: the n-th block from now on that this thread asks of the system's allocator (1 is the next) is
+/// refused, as when memory is exhausted; 0 withdraws that.
+void FailBlockAllocation(int n);
 
 }  // namespace trovenu
