@@ -8,9 +8,6 @@
 namespace trovenu {
 namespace {
 
-// Above this a date number carries a time of day in its last six digits.
-constexpr double kLargestPlainDate = 1e8;
-
 template <class Convert>
 SVector MapDates(const SVector &date, Convert convert) {
   SVector result;
@@ -58,8 +55,9 @@ SVector CalendarDates(const SVector &date) {
 
 SVector TimesOfDay(const SVector &date) {
   // 0.001 guards the truncation against a remainder that falls just short.
-  return MapDates(
-      date, [](double x) { return x > kLargestPlainDate ? std::trunc(std::fmod(x, 1e6) + 0.001) : 0.0; });
+  return MapDates(date, [](double x) {
+    return x > kLargestPlainDate ? static_cast<double>(TruncateToInt(std::fmod(x, 1e6) + 0.001)) : 0.0;
+  });
 }
 
 FunctionRows DataWordRows() { return kRows; }
