@@ -4,13 +4,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 namespace trovenu {
 namespace {
 
 TEST(Platform, FileExistKnowsFilesFromFolders) {
-  const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "trovenu_file_exist";
+  const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) /
+                                       ("trovenu_file_exist_" + std::to_string(std::random_device()()));
   std::filesystem::remove_all(folder);
   std::filesystem::create_directory(folder);
   const std::string file = (folder / "table.dbf").string();

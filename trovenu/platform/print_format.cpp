@@ -193,7 +193,7 @@ void AddInteger(std::string &out, const Field &field, std::string_view sign, std
   if (field.precision > static_cast<int>(body.size())) {
     body.insert(0, static_cast<std::size_t>(field.precision) - body.size(), '0');
   }
-  if (field.alternate && base == 8 && body.substr(0, 1) != "0") body.insert(0, "0");
+  if (field.alternate && base == 8 && body.substr(0, 1) != "0") body.insert(0, 1, '0');
   std::string prefix(sign);
   if (field.alternate && base == 16 && value != 0) prefix += "0x";
   if (conversion == 'X') {
@@ -238,7 +238,7 @@ std::string Digits(double magnitude, const Field &field, char kind) {
     body.assign(text, std::to_chars(text, text + kRoom, magnitude, std::chars_format::hex).ptr);
   }
   if (field.alternate && body.find('.') == std::string::npos) {
-    body.insert(std::min(body.find(kind == 'a' ? 'p' : 'e'), body.size()), ".");
+    body.insert(std::min(body.find(kind == 'a' ? 'p' : 'e'), body.size()), 1, '.');
   }
   return body;
 }

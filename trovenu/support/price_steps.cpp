@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string>
 
 namespace trovenu {
 
@@ -41,18 +42,16 @@ double conditionProove(double size) {
   // The digits are those that the number prints with: 1.15 goes to 1.2, though the double lies a little
   // below.
   char text[32];
-  char *end = std::to_chars(text, text + sizeof(text), size, std::chars_format::scientific).ptr;
-  const char *exponent = std::find(text, end, 'e');
+  const char *end = std::to_chars(text, text + sizeof(text), size, std::chars_format::scientific).ptr;
+  const char *exponent = std::find<const char *>(text, end, 'e');
   const auto digit = [&](int place) { return text + place < exponent ? text[place] - '0' : 0; };
   const int digits = digit(0) * 10 + digit(2) + (digit(3) >= 5 ? 1 : 0);
 
   int power = 0;
   std::from_chars(exponent[1] == '+' ? exponent + 2 : exponent + 1, end, power);
-  end = std::to_chars(text, text + sizeof(text), digits).ptr;
-  *end++ = 'e';
-  end = std::to_chars(end, text + sizeof(text), power - 1).ptr;
+  const std::string number = std::to_string(digits) + 'e' + std::to_string(power - 1);
   double rounded = size;
-  std::from_chars(text, end, rounded);
+  std::from_chars(number.data(), number.data() + number.size(), rounded);
   return rounded;
 }
 
