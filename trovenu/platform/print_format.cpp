@@ -20,7 +20,7 @@ namespace {
 constexpr int kRoom = 320 + kMostDecimals;
 constexpr int kUsualPrecision = 6;
 
-enum class Length { kInt, kChar, kShort, kLong, kLongLong, kMax, kSize, kDifference, kLongDouble };
+enum class Length { kInt, kChar, kShort, kLong, kLongLong, kSize, kLongDouble };
 
 /// One conversion: what stands between "%" and its letter.
 struct Field {
@@ -57,10 +57,7 @@ class Arguments {
         return Next<long>();
       case Length::kLongLong:
         return Next<long long>();
-      case Length::kMax:
-        return Next<std::intmax_t>();
       case Length::kSize:
-      case Length::kDifference:
         return Next<std::ptrdiff_t>();
       default:
         return Next<int>();
@@ -77,10 +74,7 @@ class Arguments {
         return Next<unsigned long>();
       case Length::kLongLong:
         return Next<unsigned long long>();
-      case Length::kMax:
-        return Next<std::uintmax_t>();
       case Length::kSize:
-      case Length::kDifference:
         return Next<std::size_t>();
       default:
         return Next<unsigned>();
@@ -150,8 +144,8 @@ void TakeLength(const char *&format, Field &field) {
   // A modifier that begins with a shorter one stands before it.
   static constexpr Modifier kModifiers[] = {
       {"hh", Length::kChar},      {"h", Length::kShort},      {"ll", Length::kLongLong}, {"l", Length::kLong},
-      {"I64", Length::kLongLong}, {"I32", Length::kInt},      {"j", Length::kMax},       {"z", Length::kSize},
-      {"t", Length::kDifference}, {"L", Length::kLongDouble},
+      {"I64", Length::kLongLong}, {"I32", Length::kInt},      {"j", Length::kLongLong},  {"z", Length::kSize},
+      {"t", Length::kSize},       {"L", Length::kLongDouble},
   };
   for (const Modifier &modifier : kModifiers) {
     if (!Take(format, modifier.text)) continue;
@@ -211,7 +205,7 @@ std::string NumberText(double magnitude, std::chars_format form, int precision) 
 
 /// "%#g": the digits of "%g" with the zeros at the end that it drops.
 std::string GeneralWithZeros(double magnitude, int digits) {
-  const std::string scientific = NumberText(magnitude, std::chars_format::scientific, digits - 1);
+  std::string scientific = NumberText(magnitude, std::chars_format::scientific, digits - 1);
   int exponent = 0;
   const char *text = scientific.c_str() + scientific.find('e') + 1;
   std::from_chars(*text == '+' ? text + 1 : text, scientific.c_str() + scientific.size(), exponent);

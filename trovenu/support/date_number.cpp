@@ -94,8 +94,8 @@ double GetNextTime(double date, int minutes) {
 
   const int plain = PlainDate(dayNumber);
   if (plain == 0) return 0.0;
-  const auto hhmmss = static_cast<double>(rest / 3600 * 10000 + rest / 60 % 60 * 100 + rest % 60);
-  return std::min(plain * kTimeOfDayDigits + hhmmss, kLastMoment);
+  const std::int64_t hhmmss = rest / 3600 * 10000 + rest / 60 % 60 * 100 + rest % 60;
+  return std::min(plain * kTimeOfDayDigits + static_cast<double>(hhmmss), kLastMoment);
 }
 
 }  // namespace trovenu
