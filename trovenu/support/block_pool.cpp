@@ -177,21 +177,35 @@ int WrittenPast(const Block &block, int elements) {
   return std::max(0, block.writtenTo - std::max(block.writtenFrom, elements));
 }
 
-// Takes the free block that needs the least clearing, if that is cheaper than a new one.
+int ToClear(const Block &block, int firstWritten, int elements) {
+  return WrittenBelow(block, firstWritten) + WrittenPast(block, elements);
+}
+
+// Elements that hold 0.0 now and will be written.
+int NewlyWritten(const Block &block, int firstWritten, int elements) {
+  const int from = std::max(block.writtenFrom, firstWritten);
+  const int written = std::max(0, std::min(block.writtenTo, elements) - from);
+  return elements - firstWritten - written;
+}
+
+// Takes the free block whose written span is most like the one that will be written, so that blocks of which
+// little is written stay for those who write little. Null if clearing it costs more than a new block.
 Block *TakeFree(Pool &pool, int sizeClass, int firstWritten, int elements) {
   pool.lastUse[sizeClass] = ++pool.requests;
   Block **best = nullptr;
-  int least = 0;
+  int leastUnlike = 0;
   for (Block **link = &pool.free[sizeClass]; *link != nullptr; link = &(*link)->next) {
-    const int cost = WrittenBelow(**link, firstWritten) + WrittenPast(**link, elements);
-    if (best == nullptr || cost < least) {
+    const int unlike = ToClear(**link, firstWritten, elements) + NewlyWritten(**link, firstWritten, elements);
+    if (best == nullptr || unlike < leastUnlike) {
       best = link;
-      least = cost;
-      if (cost == 0) break;
+      leastUnlike = unlike;
+      if (unlike == 0) break;
     }
   }
-  if (best == nullptr || least > std::max(kCheapClear, (elements - firstWritten) / 2)) return nullptr;
+  if (best == nullptr) return nullptr;
   Block *block = *best;
+  const int cheap = std::max(kCheapClear, (elements - firstWritten) / 2);
+  if (ToClear(*block, firstWritten, elements) > cheap) return nullptr;
   *best = block->next;
   --pool.count[sizeClass];
   pool.retained -= BytesOf(sizeClass);
