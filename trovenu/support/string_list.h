@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "trovenu/platform/export.h"
+#include "trovenu/support/text.h"
+
+namespace trovenu {
+
+/// A list of texts, copied by value.
+class TROVENU_API SAnsiStringList {
+ public:
+  /// Adds to the end.
+  void Add(const SString &text) { texts_.push_back(text); }
+  /// Removes all texts.
+  void Clear() { texts_.clear(); }
+
+  long GetSize() const { return static_cast<long>(texts_.size()); }
+
+  /// The text at `index`, from 0. Outside the list an empty text, which is of no list: what is written to it
+  /// is lost.
+  SString &operator[](long index);
+  const SString &operator[](long index) const;
+
+ private:
+  bool Has(long index) const { return index >= 0 && index < GetSize(); }
+
+  std::vector<SString> texts_;
+  SString none_;
+};
+
+}  // namespace trovenu
