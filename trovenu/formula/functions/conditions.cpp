@@ -22,13 +22,14 @@ SVector Choose(const SVector &condition, const SVector &a, const SVector &b, con
                         : !a.IsConstant()       ? a
                         : !b.IsConstant()       ? b
                                                 : close;
+  // Required: a start index that comes from the three alone. Where the bars came from close it may lie before
+  // them, and the bars between hold 0.0.
+  const int start = std::max({condition.startIndex, a.startIndex, b.startIndex});
   SVector result;
-  result.BeginResult(bars.size, bars.startIndex);
-  for (int i = std::max(bars.startIndex, 0); i < result.size; ++i) {
-    result.data[i] = condition[i] != 0.0 ? a[i] : b[i];
+  result.BeginResult(bars.size, start);
+  for (int i = std::max(start, 0); i < result.size; ++i) {
+    result.data[i] = i < bars.startIndex ? 0.0 : condition[i] != 0.0 ? a[i] : b[i];
   }
-  // Required: a start index that comes from the three alone, also where the bars came from close.
-  result.startIndex = std::max({condition.startIndex, a.startIndex, b.startIndex});
   return result;
 }
 
