@@ -65,11 +65,13 @@ struct WindowLineValue : WindowLine {
   }
 };
 
+// The value of a flat window, below every other.
+constexpr double kFlatWindow = -1.0;
+
 struct WindowRSquared : WindowLine {
-  // Not a number for a flat window.
   double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
     const Line line = Fit(older, newer, newerCount);
-    if (line.squares <= 0.0) return std::nan("");
+    if (line.squares <= 0.0) return kFlatWindow;
     return line.slope * line.slope * LagSquares() / line.squares;
   }
 };
@@ -170,7 +172,7 @@ SVector RSquared(const SVector &x, int n) {
   SVector result = Windows(WindowRSquared{{x.data, static_cast<double>(n)}}, x.size, x.startIndex, n);
   double before = 0.0;
   for (int i = result.startIndex; i < result.size; ++i) {
-    if (std::isnan(result.data[i])) result.data[i] = before;
+    if (result.data[i] == kFlatWindow) result.data[i] = before;
     before = result.data[i];
   }
   return result;
