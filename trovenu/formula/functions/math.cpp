@@ -11,6 +11,7 @@ namespace {
 template <double (*kFunction)(double)>
 Operand MapRule(Call &call) {
   SVector &x = call.Own(0);
+  x.RaiseStart(x.startIndex);
   bool failed = false;
   for (int i = std::max(x.startIndex, 0); i < x.size; ++i) {
     errno = 0;
@@ -21,7 +22,6 @@ Operand MapRule(Call &call) {
     }
   }
   errno = 0;
-  x.InitTemp();
   return call.Take(0);
 }
 
