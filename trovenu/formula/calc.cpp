@@ -93,9 +93,7 @@ SVector SCalc::Error(const char *message) {
   const bool first = errorCount == 0;
   if (errorCount < 0x7fffffff) ++errorCount;
   if (first) {
-    errorPosition = readPointer >= expression && readPointer < expression + kExpressionBytes
-                        ? static_cast<int>(readPointer - expression)
-                        : 0;
+    errorPosition = static_cast<int>((callPosition_ != nullptr ? callPosition_ : readPointer) - expression);
     try {
       errorText = message != nullptr ? message : "";
     } catch (const std::bad_alloc &) {
@@ -112,6 +110,8 @@ void SCalc::RunText() {
   if (textTooLong_) Error(messages::kFormulaTooLong);
   textTooLong_ = false;
   nesting_ = 0;
+  frame_ = nullptr;
+  callPosition_ = nullptr;
   operands_.clear();
   try {
     while (*readPointer != '\0') {
@@ -124,7 +124,7 @@ void SCalc::RunText() {
   } catch (const std::bad_alloc &) {
     Error(messages::kOutOfMemory);
     operands_.clear();
-    readPointer += std::strlen(readPointer);
+    readPointer = expression + std::strlen(expression);
   }
 }
 

@@ -55,6 +55,8 @@ inline constexpr int kNumberBytes = 200;
 inline constexpr int kNameBytes = 50;
 inline constexpr int kTableEntries = 50;
 inline constexpr int kNestingLimit = 256;
+/// Calls of user functions in one evaluation.
+inline constexpr int kUserCallLimit = 50;
 
 /// One variable of a formula.
 struct TROVENU_API Name {
@@ -135,12 +137,20 @@ class TROVENU_API SCalc {
   bool IsMathFunction(const char *word) const;
   bool IsTimeFunction(const char *word) const;
   bool IsMethodVariable(const char *word) const;
+  /// True when the bound list has a function of that name.
+  bool IsUserFunction(const char *word) const;
+  /// Its position in the bound list, or -1.
+  int FindFunction(const char *word) const;
   /// Each evaluates a word of its family, with the lexer at the first argument; an empty series for another
   /// word.
   SVector ProcessVectorFunction(const char *word);
   SVector ProcessDataVariable(const char *word);
   SVector ProcessMathFunction(const char *word);
   SVector ProcessTimeFunction(const char *word);
+  /// Calls a user function: its parameters become variables, its body is evaluated, and the variables that
+  /// the caller knew get their values back. An error after the 50th call of an evaluation, however they are
+  /// nested.
+  SVector ProcessUserFunction(const char *word);
   /// @}
 
   /// \name Turning points
@@ -227,6 +237,7 @@ class TROVENU_API SCalc {
  private:
   friend class Call;
   class TailStart;
+  struct CallFrame;
   struct ArgumentWords;
 
   const SVector &Bound(Column column);
@@ -240,7 +251,8 @@ class TROVENU_API SCalc {
   void EvaluateName();
   void EvaluateVariable(const Name &variable);
   void EvaluateDataWord(const Function &function);
-  void EvaluateFunction(const Function *function, bool takesShift);
+  template <class Evaluate>
+  void EvaluateCall(Evaluate evaluate);
   void EvaluateMethodWord(FunctionId method);
   void RunText();
 
@@ -253,6 +265,11 @@ class TROVENU_API SCalc {
   void ApplyRule(const Function &function, const ArgumentWords &words, std::size_t base);
   SVector ApplyWord(const Word *word);
   void EvaluateAssignment();
+  void EvaluateUserCall(const char *name);
+  void RunBody(const char *text);
+  void StoreTop(Name &variable);
+  void SaveForCaller(Name &variable);
+  void LetWaitersOwn(const Name &variable);
   void Push(Operand operand) { operands_.push_back(std::move(operand)); }
   void PushError(const char *message) { Push(Error(message)); }
   void ReplaceTop(std::size_t base, Operand result);
@@ -263,6 +280,10 @@ class TROVENU_API SCalc {
   bool EvaluateInParentheses();
 
   std::vector<Operand> operands_;
+  // The user-function call that runs now, or null.
+  CallFrame *frame_ = nullptr;
+  // Where the text of the formula goes on behind the outermost call, while a body is read; else null.
+  const char *callPosition_ = nullptr;
   int nesting_ = 0;
   bool isTail_ = false;
   bool textTooLong_ = false;

@@ -148,7 +148,7 @@ void SCalc::Apply(const Function &function) {
 }
 
 SVector SCalc::ApplyWord(const Word *word) {
-  const Function *function = word != nullptr ? FindFunction(word->function) : nullptr;
+  const Function *function = word != nullptr ? trovenu::FindFunction(word->function) : nullptr;
   if (function == nullptr) return SVector();
   Apply(*function);
   return PopSeries();

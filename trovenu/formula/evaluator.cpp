@@ -176,38 +176,65 @@ void SCalc::EvaluatePrim() {
   --nesting_;
 }
 
+// A call: "(", what `evaluate` reads and leaves on the stack, ")".
+template <class Evaluate>
+void SCalc::EvaluateCall(Evaluate evaluate) {
+  const std::size_t base = operands_.size();
+  if (currentToken != LP) {
+    PushError(messages::kFaultyFunction);
+    return;
+  }
+  GetToken();
+  evaluate();
+  if (currentToken == RP) {
+    GetToken();
+  } else {
+    ReplaceTop(base, Error(messages::kParenthesisNeeded));
+  }
+}
+
 // The first meaning that a name has counts: assignment, variable, vector function, data word, math function,
 // user function, time function, method word. What it is is found before the next token is read, since a
 // further name would take its place.
 void SCalc::EvaluateName() {
   const Name *const variable = Look(nameString, 0);
   const Word *const word = variable == nullptr ? FindName(nameString) : nullptr;
-  SString unknown;
-  if (variable == nullptr && word == nullptr) unknown = nameString;
+  // The words from Time on come after the user functions.
+  const bool isBuiltIn = word != nullptr && word->family < WordFamily::Time;
+  const bool isUserFunction = variable == nullptr && !isBuiltIn && IsUserFunction(nameString);
+  SString name;
+  if (isUserFunction || (variable == nullptr && word == nullptr)) name = nameString;
 
   GetToken();
   if (currentToken == ASSIGN) {
     EvaluateAssignment();
   } else if (variable != nullptr) {
     EvaluateVariable(*variable);
+  } else if (isUserFunction) {
+    EvaluateCall([&] { EvaluateUserCall(name.c_str()); });
   } else if (word == nullptr) {
-    unknown += messages::kNotDefined;
-    unknown += "\n";
-    PushError(unknown.c_str());
+    name += messages::kNotDefined;
+    name += "\n";
+    PushError(name.c_str());
+  } else if (word->family == WordFamily::Data) {
+    EvaluateDataWord(*trovenu::FindFunction(word->function));
+  } else if (word->family == WordFamily::Method) {
+    EvaluateMethodWord(word->function);
   } else {
-    const Function *const function = FindFunction(word->function);
-    switch (word->family) {
-      case WordFamily::Data:
-        EvaluateDataWord(*function);
-        break;
-      case WordFamily::Method:
-        EvaluateMethodWord(word->function);
-        break;
-      default:
-        // User functions come between the words of Math and those of Time.
-        EvaluateFunction(function, word->family == WordFamily::Vector);
-        break;
-    }
+    const Function *const function = trovenu::FindFunction(word->function);
+    EvaluateCall([&] {
+      if (function != nullptr) {
+        Apply(*function);
+      } else {
+        Push(SVector());
+      }
+      if (word->family != WordFamily::Vector || currentToken != COMMA) return;
+      // Every vector function takes one more argument, a shift of its result.
+      EvaluateExpr();
+      const int bars = TruncateToInt(operands_.back().Series()[0]);
+      operands_.pop_back();
+      ShiftTop(bars);
+    });
   }
 }
 
@@ -216,14 +243,7 @@ void SCalc::EvaluateAssignment() {
   Name *const variable = Look(nameString, 1);
   GetToken();
   EvaluateExpr();
-  if (variable == nullptr) return;
-  // An operand that waits with the old value keeps it.
-  for (Operand &operand : operands_) {
-    if (operand.Lender() == variable) operand.Own(CopiedFrom(operand.Series()));
-  }
-  Operand &top = operands_.back();
-  variable->value = std::move(top.Own(CopiedFrom(top.Series())));
-  top = Operand::Borrow(variable->value, variable);
+  if (variable != nullptr) StoreTop(*variable);
 }
 
 // Reads the expression behind "(" and its ")"; the value stays on the stack. False, after the error, without
@@ -267,32 +287,6 @@ void SCalc::EvaluateDataWord(const Function &function) {
     return;
   }
   ShiftTop(ToInt(bars));
-}
-
-// A call; every vector function takes one more argument, a shift of its result.
-void SCalc::EvaluateFunction(const Function *function, bool takesShift) {
-  const std::size_t base = operands_.size();
-  if (currentToken != LP) {
-    PushError(messages::kFaultyFunction);
-    return;
-  }
-  GetToken();
-  if (function != nullptr) {
-    Apply(*function);
-  } else {
-    Push(SVector());
-  }
-  if (takesShift && currentToken == COMMA) {
-    EvaluateExpr();
-    const int bars = TruncateToInt(operands_.back().Series()[0]);
-    operands_.pop_back();
-    ShiftTop(bars);
-  }
-  if (currentToken == RP) {
-    GetToken();
-  } else {
-    ReplaceTop(base, Error(messages::kParenthesisNeeded));
-  }
 }
 
 void SCalc::EvaluateMethodWord(FunctionId method) {

@@ -55,6 +55,10 @@ inline constexpr const char *kLowestSinceCount =
 /// `valuewhen`: an integer of 1 or more must be used.
 inline constexpr const char *kPositiveInteger = "1이상의 정수를 사용하여야 합니다"_kr;
 
+/// More calls of user functions than an evaluation may have.
+inline constexpr const char *kTooManyCalls = "함수식이 너무 복잡합니다."_kr;
+inline constexpr const char *kFunctionNotFound = "함수를 찾을 수 없습니다."_kr;
+
 /// The limits of the language: the text, a word, a number, the name of a variable, the number of variables,
 /// and the depth of nesting.
 inline constexpr const char *kFormulaTooLong = "수식이 너무 깁니다."_kr;
