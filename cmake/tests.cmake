@@ -12,6 +12,7 @@ function(trovenu_add_tests target pattern prefix)
 
   add_executable(${target} ${sources} ${helpers})
   trovenu_use_flags(${target})
+  trovenu_use_fewer_checks(${target})
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
   target_link_libraries(${target} PRIVATE trovenu_objects GTest::gtest)
   target_compile_definitions(${target} PRIVATE
@@ -40,9 +41,11 @@ endfunction()
 trovenu_add_tests(trovenu_tests "*_test.cpp" "")
 trovenu_add_tests(trovenu_slow_tests "*_slow.cpp" "slow/")
 
+add_test(NAME umbrella COMMAND "${CMAKE_COMMAND}" "-DSOURCE=${PROJECT_SOURCE_DIR}"
+  -P "${PROJECT_SOURCE_DIR}/tests/umbrella.cmake")
+
 # The library as another project meets it: installed, found by find_package, static and shared.
-if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BUILD_SHARED_LIBS AND NOT TROVENU_SANITIZE
-   AND EXISTS "${PROJECT_SOURCE_DIR}/trovenu/formula/calc.h")
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT BUILD_SHARED_LIBS AND NOT TROVENU_SANITIZE)
   foreach(library static shared)
     add_test(NAME embed/${library} COMMAND "${CMAKE_COMMAND}"
       "-DSOURCE=${PROJECT_SOURCE_DIR}" "-DWORK=${PROJECT_BINARY_DIR}/embed-${library}"

@@ -1,6 +1,8 @@
 # Installs the library, builds examples/embed against it through find_package, runs it and looks at what it says.
 #   cmake -DSOURCE=... -DWORK=... -DCOMPILER=... -DLIBRARY=static -DBUILT=<build folder> -P tests/embed.cmake
 #   cmake -DSOURCE=... -DWORK=... -DCOMPILER=... -DLIBRARY=shared -P tests/embed.cmake
+cmake_minimum_required(VERSION 3.25)
+
 function(run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)

@@ -1,16 +1,30 @@
 #pragma once
 
+/// \file
 /// Every exported class and function of Trovenu.
+
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
+#include "trovenu/formula/user_function.h"
+#include "trovenu/formula/user_function_list.h"
 #include "trovenu/formula/words.h"
+#include "trovenu/platform/code_page.h"
+#include "trovenu/platform/code_page_text.h"
 #include "trovenu/platform/export.h"
+#include "trovenu/platform/mem_file.h"
+#include "trovenu/platform/platform.h"
+#include "trovenu/platform/print_format.h"
+#include "trovenu/platform/serial_archive.h"
 #include "trovenu/platform/string.h"
 #include "trovenu/platform/version.h"
+#include "trovenu/support/archive.h"
 #include "trovenu/support/date_number.h"
-#include "trovenu/support/korean.h"
+#include "trovenu/support/index_paths.h"
+#include "trovenu/support/ini_file.h"
+#include "trovenu/support/ini_mem_file.h"
 #include "trovenu/support/number_text.h"
 #include "trovenu/support/price_steps.h"
 #include "trovenu/support/series.h"
+#include "trovenu/support/string_list.h"
 #include "trovenu/support/text.h"
 #include "trovenu/support/text_edit.h"
