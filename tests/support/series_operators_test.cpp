@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "tests/support/series_tools.h"
+#include "trovenu/support/series.h"
+
+namespace trovenu {
+namespace {
+
+using Values = std::vector<double>;
+
+struct Binary {
+  const char *name;
+  SVector (*returned)(const SVector &, const SVector &);
+  void (*into)(SVector &, const SVector &, const SVector &);
+};
+
+constexpr Binary kBinary[] = {
+    {"+", operator+, VecPlus},   {"-", operator-, VecMinus}, {"*", operator*, VecMultiply},
+    {"/", operator/, VecDivide}, {"%", operator%, VecMod},   {"<", operator<, VecLT},
+    {"<=", operator<=, VecLE},   {">", operator>, VecGT},    {">=", operator>=, VecGE},
+    {"==", operator==, VecEQ},   {"!=", operator!=, VecNEQ}, {"&&", operator&&, VecAND},
+    {"||", operator||, VecOR},
+};
+constexpr std::size_t kBinaries = std::size(kBinary);
+
+// What the operations, in the order of the table above, make of one pair of elements.
+struct Pair {
+  double a, b;
+  double results[kBinaries];
+};
+
+constexpr double kInf = kInfinity;
+const Pair kPairs[] = {
+    //  a     b        +      -      *      /      %    < <= > >= == != && ||
+    {7.5, 2.0, {9.5, 5.5, 15.0, 3.75, 1.5, 0, 0, 1, 1, 0, 1, 1, 1}},
+    // The remainder has the sign of the dividend: -7.5 is -3 times 2.0 and -1.5.
+    {-7.5, 2.0, {-5.5, -9.5, -15.0, -3.75, -1.5, 1, 1, 0, 0, 0, 1, 1, 1}},
+    {7.5, -2.0, {5.5, 9.5, -15.0, -3.75, 1.5, 0, 0, 1, 1, 0, 1, 1, 1}},
+    {3.0, 3.0, {6.0, 0.0, 9.0, 1.0, 0.0, 0, 1, 0, 1, 1, 0, 1, 1}},
+    // A zero divisor of either sign gives 0.0.
+    {5.0, 0.0, {5.0, 5.0, 0.0, 0.0, 0.0, 0, 0, 1, 1, 0, 1, 0, 1}},
+    {5.0, -0.0, {5.0, 5.0, -0.0, 0.0, 0.0, 0, 0, 1, 1, 0, 1, 0, 1}},
+    {0.0, 0.0, {0.0, 0.0, 0.0, 0.0, 0.0, 0, 1, 0, 1, 1, 0, 0, 0}},
+    {0.0, -0.0, {0.0, 0.0, -0.0, 0.0, 0.0, 0, 1, 0, 1, 1, 0, 0, 0}},
+    {kInf, 0.0, {kInf, kInf, kNaN, 0.0, 0.0, 0, 0, 1, 1, 0, 1, 0, 1}},
+    {0.0, 4.0, {4.0, -4.0, 0.0, 0.0, 0.0, 1, 1, 0, 0, 0, 1, 0, 1}},
+    // The smallest difference counts: comparisons know no tolerance.
+    {0.1 + 0.2,
+     0.3,
+     {0.6000000000000001, 0x1p-54, 0.09000000000000001, 1.0000000000000002, 0x1p-54, 0, 0, 1, 1, 0, 1, 1, 1}},
+    {5e-324, 0.0, {5e-324, 5e-324, 0.0, 0.0, 0.0, 0, 0, 1, 1, 0, 1, 0, 1}},
+    {kInf, 2.0, {kInf, kInf, kInf, kInf, kNaN, 0, 0, 1, 1, 0, 1, 1, 1}},
+    {2.0, kInf, {kInf, -kInf, kInf, 0.0, 2.0, 1, 1, 0, 0, 0, 1, 1, 1}},
+    // NaN is not zero, so it is true; it is unlike everything, itself too.
+    {kNaN, 2.0, {kNaN, kNaN, kNaN, kNaN, kNaN, 0, 0, 0, 0, 0, 1, 1, 1}},
+    {kNaN, 0.0, {kNaN, kNaN, kNaN, 0.0, 0.0, 0, 0, 0, 0, 0, 1, 0, 1}},
+    {kNaN, kNaN, {kNaN, kNaN, kNaN, kNaN, kNaN, 0, 0, 0, 0, 0, 1, 1, 1}},
+};
+
+TEST(SeriesOperators, WorkOnEachElement) {
+  for (const Pair &pair : kPairs) {
+    // Three bars, of which the first is not valid; the newest holds the pair.
+    const SVector a = Series({7, 1, pair.a}, 1);
+    const SVector b = Series({8, 1, pair.b}, 1);
+    for (std::size_t k = 0; k < kBinaries; ++k) {
+      const double want = pair.results[k];
+      SCOPED_TRACE(testing::Message() << pair.a << " " << kBinary[k].name << " " << pair.b);
+      SVector out(2.0);
+      for (int form = 0; form < 2; ++form) {
+        const auto compute = [&](const SVector &x, const SVector &y) {
+          if (form == 0) return kBinary[k].returned(x, y);
+          kBinary[k].into(out, x, y);
+          return out;
+        };
+        EXPECT_TRUE(Same(compute(a, b)[2], want)) << compute(a, b)[2];
+        EXPECT_TRUE(Same(compute(a, SVector(pair.b))[2], want));
+        EXPECT_TRUE(Same(compute(SVector(pair.a), b)[2], want));
+        const SVector constant = compute(SVector(pair.a), SVector(pair.b));
+        EXPECT_TRUE(constant.IsConstant());
+        EXPECT_EQ(constant.startIndex, 0);
+        ASSERT_EQ(constant.size, 1);
+        EXPECT_TRUE(Same(constant[900], want));
+      }
+    }
+  }
+}
+
+TEST(SeriesOperators, OfANumberNeedNoSeriesOfIt) {
+  const SVector series = Series({1, 2, 3}, 1);
+  ExpectSeries(series * 2.5, {0, 5, 7.5}, 1);
+  ExpectSeries(series * 2, {0, 4, 6}, 1);
+  ExpectSeries(2 * series, {0, 4, 6}, 1);
+  ExpectSeries(series + 1, {0, 3, 4}, 1);
+  ExpectSeries(10.0 - series, {0, 8, 7}, 1);
+  ExpectSeries(series >= 3, {0, 0, 1}, 1);
+}
+
+TEST(SeriesOperators, HaveTheSmallerSizeAndTheLargerStartIndex) {
+  constexpr int kNumber = -1;  // as a size
+  const struct {
+    int sizeA, startA, sizeB, startB, size, start;
+  } cases[] = {
+      {8, 0, 8, 0, 8, 0},
+      {8, 2, 8, 5, 8, 5},
+      {8, 5, 8, 2, 8, 5},
+      {8, 2, 6, 1, 6, 2},
+      {6, 1, 8, 7, 6, 7},
+      {8, 3, kNumber, 0, 8, 3},
+      {kNumber, 0, 8, 3, 8, 3},
+      {8, 3, 1, 0, 1, 3},
+      {0, 0, 8, 4, 0, 4},
+      {8, 1, 0, 6, 0, 6},
+      {0, 0, 0, 0, 0, 0},
+      {0, 2, kNumber, 0, 0, 2},
+      {kNumber, 0, 0, 2, 0, 2},
+      {1, 0, 1, 0, 1, 0},
+      {8, 8, 8, 0, 8, 8},
+      {8, 10008, 8, 0, 8, 10008},
+      {8, kNoValidBar, 8, 3, 8, kNoValidBar},
+      {8, kGreatestInt, kNumber, 0, 8, kGreatestInt},
+      {8, -3, 8, -5, 8, -3},
+      {8, kLeastInt, kNumber, 0, 8, kLeastInt},
+  };
+  const auto make = [](int size, int start, double value) {
+    if (size == kNumber) return SVector(value);
+    return Series(Values(static_cast<std::size_t>(size), value), start);
+  };
+  for (const auto &c : cases) {
+    SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
+    const SVector a = make(c.sizeA, c.startA, 5.0);
+    const SVector b = make(c.sizeB, c.startB, 3.0);
+    for (const Binary &operation : kBinary) {
+      const double value = operation.returned(SVector(5.0), SVector(3.0))[0];
+      const Values want(static_cast<std::size_t>(c.size), value);
+      SpoilPool(c.size);
+      ExpectSeries(operation.returned(a, b), want, c.start);
+      for (const int old : {0, 1, 6, 8, 30}) {
+        SVector out = Series(Values(static_cast<std::size_t>(old), 9.0), 2);
+        operation.into(out, a, b);
+        ExpectSeries(out, want, c.start);
+      }
+    }
+  }
+}
+
+TEST(SeriesOperators, MayWriteIntoAnOperand) {
+  const auto make = [](int size, int start) {
+    return size < 0 ? SVector(4.5) : Series(RandomWalk(size, 900.0, static_cast<unsigned>(size)), start);
+  };
+  const std::pair<int, int> kinds[] = {{-1, 0},  {0, 0},  {1, 0},           {40, 3},
+                                       {40, 30}, {25, 0}, {40, kNoValidBar}};
+  for (const Binary &operation : kBinary) {
+    for (const auto &[sizeA, startA] : kinds) {
+      for (const auto &[sizeB, startB] : kinds) {
+        SCOPED_TRACE(testing::Message() << sizeA << " " << operation.name << " " << sizeB);
+        const SVector a = make(sizeA, startA);
+        const SVector b = make(sizeB, startB);
+        const SVector want = operation.returned(a, b);
+        SVector left(a);
+        operation.into(left, left, b);
+        ExpectSameSeries(left, want);
+        SVector right(b);
+        operation.into(right, a, right);
+        ExpectSameSeries(right, want);
+      }
+      SVector both = make(sizeA, startA);
+      const SVector want = operation.returned(both, both);
+      operation.into(both, both, both);
+      ExpectSameSeries(both, want);
+    }
+  }
+  SVector inPlace = make(40, 3);
+  const double *elements = inPlace.data;
+  VecPlus(inPlace, inPlace, make(40, 7));
+  VecUMinus(inPlace, inPlace);
+  EXPECT_EQ(inPlace.data, elements);
+}
+
+TEST(SeriesOperators, NegateAndDeny) {
+  const struct {
+    double x, negated, denied;
+  } cases[] = {
+      {2.0, -2.0, 0.0},       {-2.0, 2.0, 0.0},   {0.0, -0.0, 1.0},  {-0.0, 0.0, 1.0},
+      {5e-324, -5e-324, 0.0}, {kInf, -kInf, 0.0}, {kNaN, kNaN, 0.0},
+  };
+  for (const auto &c : cases) {
+    SpoilPool(2);
+    const SVector series = Series({1, c.x}, 1);
+    ExpectSeries(-series, {0, c.negated}, 1);
+    ExpectSeries(!series, {0, c.denied}, 1);
+    for (const bool constant : {false, true}) {
+      const SVector in = constant ? SVector(c.x) : series;
+      SVector out;
+      VecUMinus(out, in);
+      ExpectSameSeries(out, -in);
+      VecNot(out, in);
+      ExpectSameSeries(out, !in);
+      VecCopy(out, in);
+      ExpectSameSeries(out, in);
+      VecNot(out, out);
+      ExpectSameSeries(out, !in);
+      VecUMinus(out = in, out);
+      ExpectSameSeries(out, -in);
+      EXPECT_TRUE(Same((-in)[1], c.negated));
+      EXPECT_TRUE(Same((!in)[1], c.denied));
+      EXPECT_EQ((-in).IsConstant(), constant);
+      EXPECT_EQ((!in).IsConstant(), constant);
+    }
+  }
+  ExpectSeries(!Series({}, 4), {}, 4);
+  ExpectSeries(-Series({1, 2}, kNoValidBar), {0, 0}, kNoValidBar);
+}
+
+TEST(SeriesShift, ReadsEarlierOrLaterElements) {
+  for (const int size : {0, 1, 2, 9}) {
+    for (const int start : {0, 1, 4, 8, 9, kNoValidBar, kGreatestInt, -2, kLeastInt}) {
+      Values x;
+      for (int i = 0; i < size; ++i) x.push_back(i + 1.0);
+      const SVector source = Series(x, start);
+      for (const int n : {0, 1, 3, 8, 9, 10, kGreatestInt, -1, -3, -8, -9, -10, -kGreatestInt, kLeastInt}) {
+        SCOPED_TRACE(testing::Message() << "size " << size << " start " << start << " n " << n);
+        const long long moved = std::min<long long>(static_cast<long long>(start) + n, kNoValidBar);
+        const long long first = n < 0 ? std::max(moved, 0LL) : std::max<long long>(moved, -kNoValidBar);
+        Values want;
+        for (long long i = 0; i < size; ++i) {
+          const long long from = i - n;
+          want.push_back(from >= 0 && from < size ? x[static_cast<std::size_t>(from)] : 0.0);
+        }
+        SpoilPool(size);
+        ExpectSeries(source(n), want, static_cast<int>(first));
+        SVector out(3.0);
+        VecRef(out, source, n);
+        ExpectSameSeries(out, source(n));
+        out = source;
+        VecRef(out, out, n);
+        ExpectSameSeries(out, source(n));
+      }
+    }
+  }
+}
+
+TEST(SeriesShift, LeavesAConstantAlone) {
+  for (const int n : {0, 5, -5, kGreatestInt, kLeastInt}) {
+    ExpectSameSeries(SVector(2.5)(n), SVector(2.5));
+    SVector constant(2.5);
+    VecRef(constant, constant, n);
+    ExpectSameSeries(constant, SVector(2.5));
+  }
+}
+
+TEST(SeriesOperators, LeaveTheMarksOfTheOwnerAlone) {
+  const SVector series = Series({1, 2, 3}, 1);
+  const std::function<void(SVector &)> operations[] = {
+      [&](SVector &out) { VecPlus(out, series, series); },
+      [&](SVector &out) {
+        VecPlus(out, out, Series({1, 2}));
+      },
+      [&](SVector &out) { VecPlus(out, SVector(1.0), SVector(2.0)); },
+      [&](SVector &out) { VecNot(out, SVector(1.0)); },
+      [&](SVector &out) { VecRef(out, series, 1); },
+      [&](SVector &out) { VecRef(out, out, 1); },
+      [&](SVector &out) { out.CalcAvg(series, 2); },
+  };
+  for (const auto &operation : operations) {
+    SVector out = Series({4, 5, 6});
+    out.minMaxChanged = 1;
+    out.SetDrawRange(3, 9);
+    operation(out);
+    EXPECT_EQ(out.minMaxChanged, 1) << "operation " << (&operation - operations);
+    EXPECT_EQ(out.GetDrawFirst(), 3);
+    EXPECT_EQ(out.GetDrawLast(), 9);
+  }
+}
+
+}  // namespace
+}  // namespace trovenu
