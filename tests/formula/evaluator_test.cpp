@@ -251,6 +251,8 @@ TEST(Evaluator, RecordsFaults) {
       {"max(c", kParenthesis, 1, 5},
       {"abs(c,o)", kParenthesis, 1, 6},
       {"", "", 0, 0},
+      {" ", kIncomplete, 1, 1},
+      {"// c", kIncomplete, 1, 4},
       {"1+", kIncomplete, 1, 2},
       {"+", kIncomplete, 1, 1},
       {"not", kIncomplete, 1, 3},
