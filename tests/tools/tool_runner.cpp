@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <sstream>
 
 #ifndef TROVENU_TOOL
 #define TROVENU_TOOL ""
@@ -28,8 +29,15 @@ void WriteFile(const fs::path &path, std::string_view content) {
 // A shell's word that stands for exactly this text.
 std::string ShellWord(const std::string &text) {
   std::string word = "'";
-  for (const char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return word + "'";
+  for (const char c : text) {
+    if (c == '\'') {
+      word += "'\\''";
+    } else {
+      word += c;
+    }
+  }
+  word += '\'';
+  return word;
 }
 
 }  // namespace
@@ -68,21 +76,26 @@ std::vector<std::string> ToolTest::Files() const {
 
 ToolResult ToolTest::Run(const std::vector<std::string> &arguments, std::string_view input) const {
   WriteFile(streams_ / "in", input);
-  std::string command = "cd " + ShellWord(folder_.string()) + " && " + ShellWord(TROVENU_TOOL);
-  for (const std::string &argument : arguments) command += " " + ShellWord(argument);
-  return RunCommand(command + " <" + ShellWord((streams_ / "in").string()));
+  std::ostringstream command;
+  command << "cd " << ShellWord(folder_.string()) << " && " << ShellWord(TROVENU_TOOL);
+  for (const std::string &argument : arguments) command << ' ' << ShellWord(argument);
+  command << " <" << ShellWord((streams_ / "in").string());
+  return RunCommand(command.str());
 }
 
 ToolResult ToolTest::RunShell(const std::string &line) const {
-  return RunCommand("cd " + ShellWord(TROVENU_SOURCE_DIR) + " && trovenu() { " + ShellWord(TROVENU_TOOL) +
-                    " \"$@\"; } && { " + line + "; } 2>&1");
+  std::ostringstream command;
+  command << "cd " << ShellWord(TROVENU_SOURCE_DIR) << " && trovenu() { " << ShellWord(TROVENU_TOOL)
+          << " \"$@\"; } && { " << line << "; } 2>&1";
+  return RunCommand(command.str());
 }
 
 ToolResult ToolTest::RunCommand(const std::string &command) const {
   const auto stream = [&](const char *name) { return ShellWord((streams_ / name).string()); };
-  const std::string whole =
-      "{ " + command + "; } >" + stream("out") + " 2>" + stream("err") + "; echo $? >" + stream("code");
-  if (std::system(whole.c_str()) != 0) ADD_FAILURE() << "can't run " << whole;
+  std::ostringstream whole;
+  whole << "{ " << command << "; } >" << stream("out") << " 2>" << stream("err") << "; echo $? >"
+        << stream("code");
+  if (std::system(whole.str().c_str()) != 0) ADD_FAILURE() << "can't run " << whole.str();
   ToolResult result;
   result.out = ReadFile(streams_ / "out");
   result.err = ReadFile(streams_ / "err");
