@@ -9,6 +9,10 @@ function(trovenu_use_flags target)
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${TROVENU_WERROR}>:-Werror>
     -ffp-contract=off)
+  # The virtual table of SString holds its assignments and no destructor, so that containers of strings, which
+  # destroy exactly the type they hold, draw a false warning from Clang.
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-delete-non-abstract-non-virtual-dtor>)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64|amd64")
     target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
   endif()

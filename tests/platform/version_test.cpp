@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <cstdio>
 
 namespace trovenu {
 namespace {
 
 TEST(Version, IsThreeNumbers) {
-  EXPECT_TRUE(std::regex_match(Version(), std::regex(R"(\d+\.\d+\.\d+)"))) << Version();
+  int major = -1;
+  int minor = -1;
+  int patch = -1;
+  int length = -1;
+  ASSERT_EQ(std::sscanf(Version(), "%d.%d.%d%n", &major, &minor, &patch, &length), 3) << Version();
+  EXPECT_EQ(Version()[length], '\0') << Version();
 }
 
 }  // namespace
