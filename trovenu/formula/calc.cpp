@@ -47,6 +47,8 @@ SCalc &SCalc::operator=(const SCalc &other) {
   calcStart = other.calcStart;
   currentToken = other.currentToken;
   funcHistory = other.funcHistory;
+  formula = other.formula;
+  formulasRead = other.formulasRead;
   columnsRead = other.columnsRead;
   textTooLong_ = other.textTooLong_;
   return *this;

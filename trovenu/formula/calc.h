@@ -66,6 +66,8 @@ struct TROVENU_API Name {
   int link = 0;
   /// The current value; a new variable holds the number 1.
   SVector value = SVector(1.0);
+  /// The formula that assigned it, as `SCalc::formula` counts them.
+  int formula = 0;
 };
 
 using NamePointer = std::shared_ptr<Name>;
@@ -231,6 +233,11 @@ class TROVENU_API SCalc {
   int calcStart = 0;
   TokenValue currentToken = PLUS;
   SAnsiStringList *funcHistory = nullptr;
+  /// Number of the formula, 0 to 31, for a caller that evaluates several with shared variables.
+  int formula = 0;
+  /// Bit i is set once an evaluation has read a variable that formula i assigned, i not being `formula`; the
+  /// caller clears it.
+  unsigned formulasRead = 0;
   /// Bit i is set once an evaluation has read series i of the order of `SetVariable`; the caller clears it.
   unsigned columnsRead = 0;
 
@@ -250,6 +257,7 @@ class TROVENU_API SCalc {
   void EvaluatePrim();
   void EvaluateName();
   void EvaluateVariable(const Name &variable);
+  void NoteRead(const Name &variable);
   void EvaluateDataWord(const Function &function);
   template <class Evaluate>
   void EvaluateCall(Evaluate evaluate);

@@ -87,6 +87,7 @@ bool SCalc::ReadMethod(ArgumentWords &words) {
     if (const Word *word = FindWord(nameString, WordFamily::Method)) {
       words.method = static_cast<int>(word->function) - static_cast<int>(FunctionId::MethodSimple);
     } else if (const Name *variable = Look(nameString, 0)) {
+      NoteRead(*variable);
       words.method = TruncateToInt(variable->value[0]);
     } else {
       PushError(messages::kWrongUse);

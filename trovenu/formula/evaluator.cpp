@@ -259,8 +259,13 @@ bool SCalc::EvaluateInParentheses() {
   return true;
 }
 
+void SCalc::NoteRead(const Name &variable) {
+  if (variable.formula != formula) formulasRead |= 1U << (static_cast<unsigned>(variable.formula) & 31U);
+}
+
 void SCalc::EvaluateVariable(const Name &variable) {
   const std::size_t base = operands_.size();
+  NoteRead(variable);
   Push(Operand::Borrow(variable.value, &variable));
   if (currentToken != LP) return;
   if (!EvaluateInParentheses()) {

@@ -19,11 +19,16 @@ struct SCalc::CallFrame {
   // Entries of the table when the call began.
   int known;
   CallFrame *caller;
-  std::vector<std::pair<Name *, SVector>> saved;
+  struct Saved {
+    Name *variable;
+    SVector value;
+    int formula;
+  };
+  std::vector<Saved> saved;
 
   bool Has(const Name *variable) const {
     return std::any_of(saved.begin(), saved.end(),
-                       [&](const auto &entry) { return entry.first == variable; });
+                       [&](const auto &entry) { return entry.variable == variable; });
   }
 };
 
@@ -49,7 +54,8 @@ void SCalc::LetWaitersOwn(const Name &variable) {
 void SCalc::SaveForCaller(Name &variable) {
   if (frame_ == nullptr || frame_->Has(&variable)) return;
   for (int i = 0; i < frame_->known && i < tableCount; ++i) {
-    if (table[i].get() == &variable) frame_->saved.emplace_back(&variable, std::move(variable.value));
+    if (table[i].get() != &variable) continue;
+    frame_->saved.push_back({&variable, std::move(variable.value), variable.formula});
   }
 }
 
@@ -59,6 +65,7 @@ void SCalc::StoreTop(Name &variable) {
   SaveForCaller(variable);
   Operand &top = operands_.back();
   variable.value = std::move(top.Own(CopiedFrom(top.Series())));
+  variable.formula = formula;
   top = Operand::Borrow(variable.value, &variable);
 }
 
@@ -110,10 +117,12 @@ void SCalc::EvaluateUserCall(const char *name) {
   if (currentToken == COMMA) {
     // Required: a call with a shift puts nothing back. A call around it then has to, as if it had made the
     // changes.
-    for (auto &[variable, value] : frame.saved) {
-      std::swap(variable->value, value);
-      SaveForCaller(*variable);
-      variable->value = std::move(value);
+    for (CallFrame::Saved &entry : frame.saved) {
+      std::swap(entry.variable->value, entry.value);
+      std::swap(entry.variable->formula, entry.formula);
+      SaveForCaller(*entry.variable);
+      entry.variable->value = std::move(entry.value);
+      entry.variable->formula = entry.formula;
     }
     EvaluateExpr();
     const int bars = TruncateToInt(operands_.back().Series()[0]);
@@ -121,9 +130,10 @@ void SCalc::EvaluateUserCall(const char *name) {
     ShiftTop(bars);
     return;
   }
-  for (auto &[variable, value] : frame.saved) {
-    LetWaitersOwn(*variable);
-    variable->value = std::move(value);
+  for (CallFrame::Saved &entry : frame.saved) {
+    LetWaitersOwn(*entry.variable);
+    entry.variable->value = std::move(entry.value);
+    entry.variable->formula = entry.formula;
   }
 }
 

@@ -23,6 +23,7 @@ Name *SCalc::Look(const char *name, int create) {
   }
   NamePointer entry = std::make_shared<Name>();
   std::memcpy(entry->string, name, std::strlen(name) + 1);
+  entry->formula = formula;
   table[tableCount] = std::move(entry);
   return table[tableCount++].get();
 }

@@ -5,6 +5,7 @@
 
 namespace trovenu {
 
+struct SFunction;
 class SFunctionList;
 class SPriceData;
 
@@ -205,8 +206,12 @@ class TROVENU_API SIndex : public SIndexProp {
   void MarkPrices(SVector &series, int from) const;
   int ReadRecord(const char *name, SString indexFile, SString userFile, bool showNamedLines);
 
+  static constexpr unsigned kReadsUnknown = 0xffffffffU;
+
+  void LoadPattern(const SFunction &pattern, SCalc &calc);
+
   // Bit i of entry j: formula j reads a variable that formula i has assigned.
-  unsigned reads_[kExpressions] = {};
+  unsigned reads_[kExpressions];
 };
 
 }  // namespace trovenu
