@@ -8,6 +8,8 @@
 #include "trovenu/formula/user_function.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/formula/words.h"
+#include "trovenu/indicator/index.h"
+#include "trovenu/indicator/index_property.h"
 #include "trovenu/platform/code_page.h"
 #include "trovenu/platform/code_page_text.h"
 #include "trovenu/platform/export.h"
