@@ -6,8 +6,8 @@
 #include <optional>
 #include <utility>
 
-#include "trovenu/platform/code_page_text.h"
 #include "trovenu/platform/platform.h"
+#include "trovenu/platform/string.h"
 #include "trovenu/support/ini_notation.h"
 #include "trovenu/support/number_text.h"
 
@@ -186,14 +186,10 @@ void IniText::Merge(const IniText &other) {
 }
 
 std::string IniText::Folded(std::string_view name) const {
-  std::string folded(name);
-  if (letterCase_ == LetterCase::Matters) return folded;
-  bool afterLead = false;
-  for (char &c : folded) {
-    if (!afterLead) c = ToLowerAscii(c);
-    afterLead = !afterLead && IsLeadByte(c);
-  }
-  return folded;
+  if (letterCase_ == LetterCase::Matters) return std::string(name);
+  CString folded(name);
+  folded.MakeLower();
+  return std::string(folded.View());
 }
 
 std::string IniText::PlaceName(std::string_view section, std::string_view key) const {

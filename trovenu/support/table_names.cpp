@@ -1,6 +1,7 @@
 #include "trovenu/support/table_names.h"
 
 #include "trovenu/platform/code_page_text.h"
+#include "trovenu/platform/string.h"
 
 namespace trovenu {
 
@@ -25,13 +26,9 @@ std::string_view DigitsAtEnd(std::string_view name) {
 
 bool TableNames::Take(std::string_view name) {
   if (name.size() > kLongest) return false;
-  std::string folded(name);
-  bool afterLead = false;
-  for (char &c : folded) {
-    if (!afterLead) c = ToLowerAscii(c);
-    afterLead = !afterLead && IsLeadByte(c);
-  }
-  return taken_.insert(folded).second;
+  CString folded(name);
+  folded.MakeLower();
+  return taken_.emplace(folded.View()).second;
 }
 
 std::string TableNames::TakeShort(std::string_view name) {
