@@ -238,6 +238,7 @@ void AppendJsonCell(std::string &out, const CellWriter &writer, std::size_t row)
 void WriteJson(const Table &table, OutputFile &out) {
   const std::vector<CellWriter> writers = WritersOf(table, CellWriter::Numbers::Exact);
   std::vector<std::string> keys;
+  keys.reserve(writers.size());
   for (const CellWriter &writer : writers) keys.push_back(JsonText(writer.Of().heading) + ":");
   std::string text = "[";
   for (std::size_t row = 0; row < table.Rows(); ++row) {
