@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tests/formula/engine.h"
+#include "trovenu/formula/user_function_list.h"
 
 namespace trovenu::tests {
 namespace {
@@ -13,6 +14,24 @@ TEST(FormulaRegression, ACommaAtTheNestingLimitEnds) {
     for (int depth = kNestingLimit - 3; depth < kNestingLimit + 2; ++depth) {
       Engine engine;
       engine.Calculate("x=c;" + std::string(static_cast<std::size_t>(depth), '(') + call);
+      EXPECT_GT(engine.calc.errorCount, 0);
+      EXPECT_EQ(*engine.calc.readPointer, '\0');
+    }
+  }
+}
+
+// So was a stray character in the body of a function that is called there.
+TEST(FormulaRegression, AStrayCharacterAtTheNestingLimitEnds) {
+  for (const char *body : {"#", "c;#;", "\"", "x.5"}) {
+    for (std::size_t depth = kNestingLimit - 3; depth < kNestingLimit + 2; ++depth) {
+      SFunction function;
+      function.IndexName = "f";
+      function.Expression = body;
+      SFunctionList list;
+      list.Add(function);
+      Engine engine;
+      engine.calc.SetFunction(&list);
+      engine.Calculate(std::string(depth, '(') + "f()#");
       EXPECT_GT(engine.calc.errorCount, 0);
       EXPECT_EQ(*engine.calc.readPointer, '\0');
     }

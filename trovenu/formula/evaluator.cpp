@@ -128,6 +128,8 @@ void SCalc::EvaluatePrim() {
     ++exprDepth;
   }
   if (nesting_ >= kNestingLimit) {
+    // As below, or the body of a function would never come to its end.
+    if (currentToken == PRINT && *readPointer != '\0') ++readPointer;
     PushError(messages::kTooDeep);
     return;
   }
@@ -168,7 +170,7 @@ void SCalc::EvaluatePrim() {
       EvaluateName();
       break;
     default:
-      // A character that starts no token is passed here, and only here.
+      // The lexer leaves a character that starts no token to the grammar.
       if (*readPointer != '\0') ++readPointer;
       PushError(messages::kIncomplete);
       break;
