@@ -14,7 +14,7 @@
 namespace trovenu {
 namespace {
 
-constexpr unsigned long long kMostRetained = (std::size_t{96} << 20) / sizeof(double);
+constexpr int kMostRetained = kMostRetainedBytes / sizeof(double);
 
 // A block that is in use: it holds `mark` from `writtenFrom` on and 0.0 below.
 struct Held {
@@ -140,24 +140,29 @@ TEST(BlockPool, KeepsAFewBlocksOfASize) {
 
 TEST(BlockPool, KeepsABoundedAmountOfMemory) {
   OnFreshThread([] {
-    // Five sizes of 0.9 to 1.7 million elements, 300 MB together; they stay untouched pages.
+    // Six blocks of each size, three times as much as is kept; they stay untouched pages.
+    constexpr int kUnit = kMostRetained / 96;
     std::vector<std::pair<double *, int>> blocks;
-    for (const int elements : {1 << 20, 5 << 18, 3 << 19, 7 << 18, 917504}) {
-      for (int i = 0; i < 6; ++i) blocks.emplace_back(AcquireBlock(elements, elements), elements);
+    for (const int units : {8, 10, 12, 14, 7}) {
+      for (int i = 0; i < 6; ++i) blocks.emplace_back(AcquireBlock(units * kUnit, units * kUnit), units);
     }
-    for (const auto &[block, elements] : blocks) {
+    for (const auto &[block, units] : blocks) {
       ReleaseBlock(block, 0, 0);
-      EXPECT_LE(RetainedElementCount(), kMostRetained);
+      EXPECT_LE(RetainedElementCount(), static_cast<unsigned long long>(kMostRetained));
     }
-    EXPECT_GT(RetainedElementCount(), 0U);
     // One that is larger than all that may be kept goes back to the system and drives nothing out.
     const unsigned long long before = RetainedElementCount();
-    ReleaseBlock(AcquireBlock(14 << 20, 14 << 20), 0, 0);
+    ReleaseBlock(AcquireBlock(kMostRetained + 1, kMostRetained + 1), 0, 0);
     EXPECT_EQ(RetainedElementCount(), before);
-    // The sizes used last have stayed.
+    // The sizes that were asked for last have stayed: six times 7 units and three times 14 are 84 of 96.
     const unsigned long long allocated = AllocatedBlockCount();
-    ReleaseBlock(AcquireBlock(917504, 917504), 0, 0);
+    blocks.clear();
+    for (int i = 0; i < 9; ++i) {
+      const int units = i < 6 ? 7 : 14;
+      blocks.emplace_back(AcquireBlock(units * kUnit, units * kUnit), units);
+    }
     EXPECT_EQ(AllocatedBlockCount(), allocated);
+    for (const auto &[block, units] : blocks) ReleaseBlock(block, 0, 0);
   });
 }
 

@@ -123,7 +123,7 @@ TEST(SeriesSearch, GivesTheExtremesOfValidBars) {
 }
 
 TEST(SeriesSearch, RemembersExtremesUntilTheSeriesChanges) {
-  const Values x = {9, 3, 5, 4, 6};
+  const Values x = {9, 3, 8, 4, 6};
   SVector older = Series({50});
   const SVector other = Series({70, 3}, 0);
   const struct {
@@ -132,9 +132,9 @@ TEST(SeriesSearch, RemembersExtremesUntilTheSeriesChanges) {
     double largest;
   } cases[] = {
       {"start index", [](SVector &s, SVector &, const SVector &) { s.SetStartIndex(4); }, 6.0},
-      {"Add", [](SVector &s, SVector &, const SVector &) { s.Add(8.0), s.SetStartIndex(2); }, 8.0},
+      {"Add", [](SVector &s, SVector &, const SVector &) { s.Add(10.0); }, 10.0},
       {"Update", [](SVector &s, SVector &, const SVector &) { s.Update(80.0, 1); }, 80.0},
-      {"SetSize", [](SVector &s, SVector &, const SVector &) { s.SetSize(3); }, 5.0},
+      {"SetSize", [](SVector &s, SVector &, const SVector &) { s.SetSize(2); }, 3.0},
       {"ClearData", [](SVector &s, SVector &, const SVector &) { s.ClearData(); }, kNoMaximum},
       {"InitValue", [](SVector &s, SVector &, const SVector &) { s.InitValue(1.0); }, 1.0},
       {"number", [](SVector &s, SVector &, const SVector &) { s = 2.0; }, 2.0},
@@ -144,13 +144,13 @@ TEST(SeriesSearch, RemembersExtremesUntilTheSeriesChanges) {
       {"copy", [](SVector &s, SVector &, const SVector &o) { s = o; }, 70.0},
       {"move", [](SVector &s, SVector &, const SVector &o) { s = SVector(o); }, 70.0},
       {"in place", [](SVector &s, SVector &, const SVector &) { VecUMinus(s, s); }, -3.0},
-      {"calculation", [](SVector &s, SVector &, const SVector &) { s.CalcSum(s, 2); }, 10.0},
+      {"calculation", [](SVector &s, SVector &, const SVector &) { s.CalcSum(s, 2); }, 12.0},
       {"InitTemp", [](SVector &s, SVector &, const SVector &) { s.data[4] = 75.0, s.InitTemp(); }, 75.0},
   };
   for (const auto &c : cases) {
     SCOPED_TRACE(c.name);
     SVector series = Series(x, 1);
-    EXPECT_EQ(series.GetMaxTemp(0, 5), 6.0);
+    EXPECT_EQ(series.GetMaxTemp(0, 5), 8.0);
     EXPECT_EQ(series.GetMinTemp(0, 5), 3.0);
     c.change(series, older, other);
     EXPECT_EQ(series.GetMaxTemp(0, 5), c.largest);

@@ -4,14 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <random>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "tests/support/series_tools.h"
-#include "trovenu/support/block_pool.h"
 
 namespace trovenu {
 namespace {
@@ -21,23 +19,11 @@ static_assert(std::is_convertible_v<double, SVector> && std::is_convertible_v<in
 
 using Values = std::vector<double>;
 
-constexpr const char *kOutOfMemory = "Out of memory trying to create SVector\n";
-
 void ExpectConstant(const SVector &got, double value) {
   EXPECT_EQ(got.isSeries, 0);
   EXPECT_EQ(got.size, 1);
   EXPECT_EQ(got.startIndex, 0);
   EXPECT_TRUE(Same(got[0], value)) << got[0];
-}
-
-// What holds for every series at any time.
-void ExpectSound(const SVector &series) {
-  EXPECT_GE(series.capacity, 1);
-  EXPECT_GE(series.size, 0);
-  EXPECT_LE(series.size, series.capacity);
-  EXPECT_NE(series.data, nullptr);
-  EXPECT_EQ(series.reallocBuffer, series.data);
-  EXPECT_TRUE(series.isSeries != 0 || series.size == 1);
 }
 
 TEST(SeriesConstruction, MakesSeriesFromSizesAndConstantsFromNumbers) {
@@ -101,6 +87,13 @@ TEST(SeriesCopy, OwnsItsElementsAndCarriesEverything) {
     EXPECT_EQ(original[3], 4.0);
   }
   EXPECT_EQ(assigned.capacity, 900);
+  // Of a calculated series nothing is copied from below its start index, where 0.0 takes the place of the
+  // old.
+  SVector sum;
+  sum.CalcSum(original, 2);
+  assigned.InitValue(9.0);
+  assigned = sum;
+  ExpectSeries(assigned, {0, 0, 0, 7}, 3);
 }
 
 TEST(SeriesCopy, TurnsSeriesIntoConstantsAndBack) {
@@ -131,11 +124,15 @@ TEST(SeriesCopy, OfItselfChangesNothing) {
 TEST(SeriesMove, LeavesAnEmptySeriesThatCanBeUsed) {
   for (const SVector &original : {Series({1, 2, 3}, 2), Series({4}), SVector(2.0), SVector()}) {
     SVector source(original);
+    EXPECT_EQ(source.GetMaxTemp(0, 9), original.GetMax());
     SVector target(std::move(source));
     ExpectSameSeries(target, original);
     // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
     ExpectSound(source);
     ExpectSeries(source, {}, 0);
+    source.SetStartIndex(original.startIndex);
+    EXPECT_EQ(source.GetMaxTemp(0, 9), kNoMaximum);
+    source.ClearData();
     source.Add(5.0);
     source.Add(6.0);
     ExpectSeries(source, {5, 6}, 0);
@@ -266,6 +263,10 @@ TEST(SeriesAdd, GrowsByAThousand) {
   SVector constant(2.0);
   constant.Add(3.0);
   ExpectSeries(constant, {2, 3}, 0);
+  SVector roomy(50);
+  roomy = SVector(2.0);
+  roomy.Add(3.0);
+  ExpectSeries(roomy, {2, 3}, 0);
 }
 
 TEST(SeriesUpdate, StoresAmongTheNewestBarsAndIgnoresTheRest) {
@@ -519,141 +520,6 @@ TEST(SeriesStorage, FollowsItsModel) {
     ASSERT_EQ(Elements(series), model) << "step " << step;
     ASSERT_EQ(series.startIndex, start) << "step " << step;
     ASSERT_EQ(series.capacity, capacity) << "step " << step;
-  }
-}
-
-TEST(SeriesOutOfMemory, GoesToTheHandlerOfTheHost) {
-  ErrorTrap trap;
-  const SVector series;
-  series.Error("first");
-  EXPECT_EQ(trap.Last(), "first");
-  testing::internal::CaptureStderr();
-  SVector::SetErrorHandler(nullptr);
-  series.Error("second\n");
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "second\n");
-  EXPECT_EQ(trap.Count(), 1);
-}
-
-// Runs `operation` again and again on a thread whose pool is empty, and refuses another of the blocks that it
-// asks for each time. `target` has 50 elements and starts at 3; `x` has 2000.
-void ExpectSurvivesEveryRefusal(const char *name, bool keepsTarget,
-                                const std::function<void(SVector &target, SVector &x)> &operation) {
-  SCOPED_TRACE(name);
-  int refusals = 0;
-  bool refused = true;
-  for (int nth = 1; refused && nth < 20; ++nth) {
-    OnFreshThread([&] {
-      ErrorTrap trap;
-      SVector target = Series(Values(50, 4.0), 3);
-      SVector x = Series(RandomWalk(2000, 1.0), 2);
-      const SVector before(target);
-      const SVector xBefore(x);
-      FailBlockAllocation(nth);
-      EXPECT_NO_THROW(operation(target, x));
-      FailBlockAllocation(0);
-      refused = trap.Count() > 0;
-      if (!refused) return;
-      ++refusals;
-      EXPECT_EQ(trap.Count(), 1);
-      EXPECT_EQ(trap.Last(), kOutOfMemory);
-      ExpectSound(target);
-      ExpectSameSeries(x, xBefore);
-      if (keepsTarget) {
-        EXPECT_EQ(target.capacity, 50);
-        ExpectSameSeries(target, before);
-      } else {
-        // Nothing unwritten is left to be read.
-        for (int i = 0; i < target.size; ++i) EXPECT_FALSE(std::isnan(target[i]));
-      }
-      target = xBefore;
-      target.Add(5.0);
-      EXPECT_EQ(target.size, 2001);
-      EXPECT_EQ(target[2000], 5.0);
-    });
-  }
-  EXPECT_FALSE(refused);
-  EXPECT_GT(refusals, 0);
-}
-
-TEST(SeriesOutOfMemory, StorageLeavesTheSeriesAsItWas) {
-  const struct {
-    const char *name;
-    void (*operation)(SVector &target, SVector &x);
-  } cases[] = {
-      {"Alloc", [](SVector &target, SVector &) { target.Alloc(700); }},
-      {"ReAlloc", [](SVector &target, SVector &) { target.ReAlloc(700); }},
-      {"ReAlloc to fewer", [](SVector &target, SVector &) { target.ReAlloc(20); }},
-      {"SetSize", [](SVector &target, SVector &) { target.SetSize(700); }},
-      {"Add", [](SVector &target, SVector &) { target.Add(1.0); }},
-      {"Insert", [](SVector &target, SVector &x) { target.Insert(x); }},
-      {"Copy", [](SVector &, SVector &x) { const SVector copy(x); }},
-      {"Size", [](SVector &, SVector &) { ExpectSound(SVector(700)); }},
-  };
-  for (const auto &c : cases) ExpectSurvivesEveryRefusal(c.name, true, c.operation);
-}
-
-TEST(SeriesOutOfMemory, ResultsAreEmpty) {
-  const struct {
-    const char *name;
-    void (*operation)(SVector &target, SVector &x);
-  } cases[] = {
-      {"operator=", [](SVector &target, SVector &x) { target = x; }},
-      {"constant = series",
-       [](SVector &target, SVector &x) {
-         target = SVector(1.0);
-         target = x;
-       }},
-      {"CopyFrom", [](SVector &target, SVector &x) { target = x.CopyFrom(1500); }},
-      {"operator+", [](SVector &target, SVector &x) { target = x + x; }},
-      {"operator-", [](SVector &target, SVector &x) { target = -x; }},
-      {"operator<", [](SVector &target, SVector &x) { target = x < 5.0; }},
-      {"operator()", [](SVector &target, SVector &x) { target = x(5); }},
-      {"operator() ahead", [](SVector &target, SVector &x) { target = x(-5); }},
-      {"VecPlus", [](SVector &target, SVector &x) { VecPlus(target, x, x); }},
-      {"VecNot", [](SVector &target, SVector &x) { VecNot(target, x); }},
-      {"VecCopy", [](SVector &target, SVector &x) { VecCopy(target, x); }},
-      {"VecRef", [](SVector &target, SVector &x) { VecRef(target, x, 3); }},
-      {"BeginResult", [](SVector &target, SVector &x) { target.BeginResult(x.size, x.size); }},
-  };
-  for (const auto &c : cases) {
-    ExpectSurvivesEveryRefusal(c.name, false, [&c](SVector &target, SVector &x) {
-      c.operation(target, x);
-      EXPECT_TRUE(target.size == 0 || target.size == 2000);
-    });
-  }
-  // An operand of another size makes way for the result only when that is there.
-  ExpectSurvivesEveryRefusal("VecMultiply", false, [](SVector &target, SVector &x) {
-    SVector shorter(1200);
-    VecMultiply(shorter, shorter, x);
-    SVector longer(x);
-    VecMultiply(longer, target, longer);
-  });
-}
-
-TEST(SeriesOutOfMemory, MovingCalculationsAreEmpty) {
-  using Calculation = void (SVector::*)(const SVector &, int);
-  const std::pair<const char *, Calculation> cases[] = {
-      {"CalcSum", &SVector::CalcSum},         {"CalcAvg", &SVector::CalcAvg},
-      {"CalcEAvg", &SVector::CalcEAvg},       {"CalcWAvg", &SVector::CalcWAvg},
-      {"CalcTAvg", &SVector::CalcTAvg},       {"CalcGAvg", &SVector::CalcGAvg},
-      {"CalcHAvg", &SVector::CalcHAvg},       {"CalcStdev", &SVector::CalcStdev},
-      {"CalcHighest", &SVector::CalcHighest}, {"CalcLowest", &SVector::CalcLowest},
-      {"CalcESum", &SVector::CalcESum},       {"CalcSumCum", &SVector::CalcSumCum},
-      {"CalcAvgCum", &SVector::CalcAvgCum},   {"CalcEAvgCum", &SVector::CalcEAvgCum},
-      {"CalcWAvgCum", &SVector::CalcWAvgCum}, {"CalcESumCum", &SVector::CalcESumCum},
-  };
-  for (const auto &[name, calculation] : cases) {
-    for (const int n : {20, 1400}) {
-      ExpectSurvivesEveryRefusal(name, false, [&, calculation = calculation](SVector &target, SVector &x) {
-        (target.*calculation)(x, n);
-        EXPECT_TRUE(target.size == 0 || target.size == 2000 || target.size == n);
-      });
-    }
-    // Into the source itself, which needs a copy of it.
-    ExpectSurvivesEveryRefusal(name, false, [calculation = calculation](SVector &target, SVector &x) {
-      target = x;
-      (target.*calculation)(target, 30);
-    });
   }
 }
 

@@ -58,6 +58,16 @@ inline void ExpectSameSeries(const SVector &got, const SVector &want) {
   }
 }
 
+/// What holds for every series at any time.
+inline void ExpectSound(const SVector &series) {
+  EXPECT_GE(series.capacity, 1);
+  EXPECT_GE(series.size, 0);
+  EXPECT_LE(series.size, series.capacity);
+  EXPECT_NE(series.data, nullptr);
+  EXPECT_EQ(series.reallocBuffer, series.data);
+  EXPECT_TRUE(series.isSeries != 0 || series.size == 1);
+}
+
 /// Bars of a price that moves up to `step` a bar from 1000.
 inline std::vector<double> RandomWalk(int bars, double step, unsigned seed = 1) {
   std::mt19937 random(seed);

@@ -27,7 +27,6 @@ constexpr int kSmallestBlock = 8;
 constexpr int kStepsPerDoubling = 4;
 constexpr int kClasses = 32 * kStepsPerDoubling;
 constexpr int kBlocksPerClass = 8;
-constexpr std::size_t kRetainedBytes = sizeof(void *) == 4 ? std::size_t{16} << 20 : std::size_t{96} << 20;
 // Clearing more than this costs more than a new block of pages that the system has cleared.
 constexpr int kCheapClear = 4096;
 
@@ -237,12 +236,12 @@ void ReleaseBlock(double *elements, int writtenFrom, int writtenTo) {
   Block *block = BlockOf(elements);
   Pool *pool = ThreadPool();
   const std::size_t bytes = BytesOf(block->sizeClass);
-  if (pool == nullptr || bytes > kRetainedBytes) {
+  if (pool == nullptr || bytes > kMostRetainedBytes) {
     std::free(block->allocation);
     return;
   }
   if (pool->count[block->sizeClass] >= kBlocksPerClass) FreeOldest(*pool, block->sizeClass);
-  while (pool->retained + bytes > kRetainedBytes) FreeLeastUsed(*pool);
+  while (pool->retained + bytes > kMostRetainedBytes) FreeLeastUsed(*pool);
   block->writtenFrom = std::max(writtenFrom, 0);
   block->writtenTo = std::max(writtenTo, block->writtenFrom);
   GuardElements(block);

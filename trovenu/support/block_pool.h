@@ -14,7 +14,12 @@
 /// Built with the address sanitizer, the idle part of a block and a block that waits may not be touched, and
 /// the elements that a taker promises to write hold NaN until it does.
 
+#include <cstddef>
+
 namespace trovenu {
+
+/// What a thread's pool keeps at most.
+inline constexpr std::size_t kMostRetainedBytes = std::size_t{sizeof(void *) == 4 ? 16 : 96} << 20;
 
 /// Takes a block for `elements` values (at least 1). Every element below `firstWritten` reads as 0.0; the
 /// taker writes those from there on before it reads them. \return the first element, aligned to 64 bytes, or

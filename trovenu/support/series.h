@@ -39,10 +39,13 @@ class TROVENU_API SVector {
  public:
   /// An empty series.
   SVector();
-  /// A series of `size` elements, all 0.0, with start index 0. A negative size counts as 0.
+  /// A series of `size` elements, all 0.0, with start index 0. A negative size counts as 0. At most one
+  /// element where memory is exhausted.
   explicit SVector(int size);
   /// A constant.
   SVector(double value);  // NOLINT(google-explicit-constructor): a number stands wherever a series may.
+  /// Copies the elements into a block of its own, and everything else. Where memory is exhausted the copy is
+  /// an empty series; so is the target of an assignment.
   SVector(const SVector &other);
   /// Takes over the elements; `other` becomes an empty series.
   SVector(SVector &&other) noexcept;
@@ -55,8 +58,8 @@ class TROVENU_API SVector {
   /// \name Storage
   /// @{
 
-  /// Allocates max(n, 1) elements; `capacity` becomes max(n, 1). The elements are 0.0. If memory is
-  /// exhausted, calls `Error` and leaves the object as it was.
+  /// Allocates max(n, 1) elements; `capacity` becomes max(n, 1) and `size` that at most. The elements are
+  /// 0.0. If memory is exhausted, calls `Error` and leaves the object as it was.
   void Alloc(int n);
   /// As `Alloc`, but the elements from `startIndex` up to `size` keep their values.
   /// Required: elements below `startIndex` are not carried over; they read as 0.0 afterwards.
@@ -70,7 +73,10 @@ class TROVENU_API SVector {
   void Update(double x, int k);
   int GetStartIndex() const { return startIndex; }
   /// Stores the index unchecked; values past the size say that no bar is valid.
-  void SetStartIndex(int i) { startIndex = i; }
+  void SetStartIndex(int i) {
+    startIndex = i;
+    if (i < firstWritten_) firstWritten_ = i < 0 ? 0 : i;
+  }
   int GetSize() const { return size; }
   /// Nonzero for a true series, zero for a constant.
   bool IsConstant() const { return isSeries == 0; }
@@ -141,9 +147,9 @@ class TROVENU_API SVector {
 
   /// \name Moving calculations
   /// Each fills the object from a source series and takes its size from it. Over the last n bars the start
-  /// index is that of the source plus n - 1, a period below 1 gives no valid bar, and a value depends on the
-  /// elements of its window and their index alone. The results are series, also over a constant. A window of
-  /// equal elements gives exactly that element as its average and 0 as its deviation.
+  /// index is that of the source (0 for one below 0) plus n - 1, a period below 1 gives no valid bar, and a
+  /// value depends on the elements of its window and their index alone. The results are series, also over a
+  /// constant. A window of equal elements gives exactly that element as its average and 0 as its deviation.
   /// @{
   void CalcSum(const SVector &source, int n);
   /// Arithmetic mean.
@@ -160,6 +166,8 @@ class TROVENU_API SVector {
   void CalcHAvg(const SVector &source, int n);
   /// Standard deviation of the window as a whole population (divides by n).
   void CalcStdev(const SVector &source, int n);
+  /// Largest and smallest element. NaN is passed over; in a window of nothing else they are -infinity and
+  /// infinity.
   void CalcHighest(const SVector &source, int n);
   void CalcLowest(const SVector &source, int n);
   /// Exponential sum: the plain sum of the first n elements, then the previous value times (n - 1) / n plus
@@ -226,7 +234,8 @@ class TROVENU_API SVector {
   /// writes it.
   int minMaxChanged = 0;
   /// The elements, owned. A single element stands inside the object. Elements below the start index are
-  /// written through `operator[]` alone, which keeps the account of what has been written.
+  /// written through `operator[]` alone, which keeps the account of what has been written; `SetStartIndex`,
+  /// not the field, lowers that index before elements are written here.
   double *data = &number_;
   /// Nonzero for a true series, zero for a constant.
   int isSeries = 1;
