@@ -1,0 +1,128 @@
+#include "tests/platform/write_faults.h"
+
+#if defined(__linux__)
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+
+namespace trovenu::tests {
+
+namespace {
+
+// Counts in memory that the child shares with its parent; null while no write is to be stopped.
+std::size_t *writesSoFar = nullptr;
+std::size_t stopAtWrite = 0;
+std::size_t bytesOfStopped = 0;
+
+constexpr int kStopped = 77;
+
+/// True for the call in which the process is to end.
+bool IsTheOne() { return writesSoFar != nullptr && (*writesSoFar)++ == stopAtWrite; }
+
+int ChildResult(pid_t child) {
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0) {
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace
+
+bool CanStopWrites() { return true; }
+
+Interrupted StopAtWrite(std::size_t stopAt, std::size_t bytes, const std::function<void()> &action) {
+  void *shared =
+      mmap(nullptr, sizeof(std::size_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  auto *writes = static_cast<std::size_t *>(shared);
+  *writes = 0;
+  const pid_t child = fork();
+  if (child == 0) {
+    writesSoFar = writes;
+    stopAtWrite = stopAt;
+    bytesOfStopped = bytes;
+    action();
+    _exit(0);
+  }
+  Interrupted result;
+  result.finished = ChildResult(child) == 0;
+  result.writes = *writes;
+  munmap(shared, sizeof(std::size_t));
+  return result;
+}
+
+bool RunOnFullDisk(std::size_t bytes, const std::function<void()> &action) {
+  const pid_t child = fork();
+  if (child == 0) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {bytes, bytes};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    action();
+    _exit(0);
+  }
+  return ChildResult(child) == 0;
+}
+
+int StartProcess(const std::function<bool()> &action) {
+  const pid_t child = fork();
+  if (child == 0) _exit(action() ? 0 : 1);
+  return child;
+}
+
+bool WaitFor(int process) { return ChildResult(process) == 0; }
+
+}  // namespace trovenu::tests
+
+// These stand before the functions of the C library in every test program.
+
+using trovenu::tests::IsTheOne;
+using trovenu::tests::kStopped;
+
+extern "C" {
+
+ssize_t pwrite(int file, const void *data, size_t size, off_t offset) {
+  const bool stop = IsTheOne();
+  const size_t some = stop ? std::min(size, trovenu::tests::bytesOfStopped) : size;
+  const ssize_t result = syscall(SYS_pwrite64, file, data, some, offset);
+  if (stop) _exit(kStopped);
+  return result;
+}
+
+int fsync(int file) {
+  if (IsTheOne()) _exit(kStopped);
+  // The order of calls is what is tested; waiting for the disk each time would only take long.
+  static_cast<void>(file);
+  return 0;
+}
+
+int ftruncate(int file, off_t size) noexcept {
+  if (IsTheOne()) _exit(kStopped);
+  return static_cast<int>(syscall(SYS_ftruncate, file, size));
+}
+
+int rename(const char *from, const char *to) noexcept {
+  if (IsTheOne()) _exit(kStopped);
+  return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+}
+}
+
+#else
+
+namespace trovenu::tests {
+
+bool CanStopWrites() { return false; }
+Interrupted StopAtWrite(std::size_t, std::size_t, const std::function<void()> &) { return {}; }
+bool RunOnFullDisk(std::size_t, const std::function<void()> &) { return false; }
+int StartProcess(const std::function<bool()> &) { return -1; }
+bool WaitFor(int) { return false; }
+
+}  // namespace trovenu::tests
+
+#endif

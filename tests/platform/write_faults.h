@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace trovenu::tests {
+
+/// What an action did until it was stopped.
+struct Interrupted {
+  bool finished = false;   ///< It ended by itself.
+  std::size_t writes = 0;  ///< Calls that change a file: writes, cuts, renames, flushes.
+};
+
+/// True where `StopAtWrite` works.
+bool CanStopWrites();
+
+/// Runs `action` in a child process that ends, without any clean-up, in the `stopAt`-th call that changes a
+/// file, counted from 0. Of a write the first `bytes` bytes still happen; of any other call nothing does.
+Interrupted StopAtWrite(std::size_t stopAt, std::size_t bytes, const std::function<void()> &action);
+
+/// Runs `action` in a child process in which files can't grow beyond `bytes`, as on a full disk. True if it
+/// ended.
+bool RunOnFullDisk(std::size_t bytes, const std::function<void()> &action);
+
+/// Runs `action` in a child process, at the same time as this one goes on. `WaitFor` gives true if it
+/// returned true.
+int StartProcess(const std::function<bool()> &action);
+bool WaitFor(int process);
+
+}  // namespace trovenu::tests
