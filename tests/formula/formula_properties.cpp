@@ -21,6 +21,17 @@ Bars BarsFrom(int count, std::uint32_t seed, int firstBar) {
   return bars;
 }
 
+// An engine that reads `formula` over these bars, with the user functions of `RandomFormula`.
+struct Reader {
+  Reader(Bars &bars, const std::string &formula) {
+    static SFunctionList functions = RandomFormula::UserFunctions();
+    bars.Bind(calc);
+    calc.SetFunction(&functions);
+    calc.SetExpression(formula.c_str());
+  }
+  SCalc calc;
+};
+
 struct Outcome {
   SVector value;
   int errors;
@@ -28,9 +39,8 @@ struct Outcome {
 };
 
 Outcome Whole(Bars &bars, const std::string &formula) {
-  SCalc calc;
-  bars.Bind(calc);
-  calc.SetExpression(formula.c_str());
+  Reader reader(bars, formula);
+  SCalc &calc = reader.calc;
   SVector value = calc.Calculate();
   if (calc.errorCount > 0) ADD_FAILURE() << Readable(calc.errorText.c_str()) << " in " << Readable(formula);
   return {std::move(value), calc.errorCount, calc.fullCalc != 0};
@@ -38,10 +48,7 @@ Outcome Whole(Bars &bars, const std::string &formula) {
 
 // The first bar at which the tail from bar `first` on differs from the whole, or -1.
 int FirstDifference(Bars &bars, const std::string &formula, const SVector &whole, int first) {
-  SCalc calc;
-  bars.Bind(calc);
-  calc.SetExpression(formula.c_str());
-  const SVector tail = calc.Calculate(first - whole.GetStartIndex());
+  const SVector tail = Reader(bars, formula).calc.Calculate(first - whole.GetStartIndex());
   for (int i = first; i < whole.GetSize(); ++i) {
     if (!SameNumber(whole[i], tail[i])) return i;
   }
@@ -93,10 +100,7 @@ void ExpectRepeatable(std::uint32_t seed, int formulas, int bars) {
     const Outcome first = Whole(data, formula);
     const Outcome second = Whole(data, formula);
     EXPECT_TRUE(Agree(first.value, second.value)) << Readable(formula);
-    SCalc calc;
-    data.Bind(calc);
-    calc.SetExpression(formula.c_str());
-    calc.Calculate(bars / 2);
+    Reader(data, formula).calc.Calculate(bars / 2);
     ASSERT_TRUE(SameBars(data, before)) << Readable(formula);
   }
 }
@@ -212,12 +216,16 @@ void ExpectAnyTextEnds(std::uint32_t seed, int texts) {
   Bars data = BarsFrom(40, seed, 1);
   Bars before = BarsFrom(40, seed, 1);
   RandomText source(seed);
+  SFunctionList functions = RandomFormula::UserFunctions();
   for (int n = 0; n < texts; ++n) {
     const std::string text = source.Next();
     ExpectTokensEnd(text);
+    // One body after the other becomes any text.
+    functions[n % functions.Size].Expression = source.Next().c_str();
 
     SCalc calc;
     data.Bind(calc);
+    calc.SetFunction(&functions);
     calc.SetExpression(text.c_str());
     const SVector whole = calc.Calculate();
     EXPECT_EQ(*calc.readPointer, '\0') << Readable(text);

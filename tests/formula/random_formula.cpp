@@ -234,6 +234,36 @@ std::string RandomFormula::Filled(const std::string &form, int depth) {
   return text;
 }
 
+// They share names with the formulas, and one calls another.
+SFunctionList RandomFormula::UserFunctions() {
+  const struct {
+    const char *name;
+    const char *body;
+    const char *first;
+    const char *second;
+  } kFunctions[] = {
+      {"Mid", "(a_1+b_1)/2", "a_1", "b_1"},
+      {"step", "값=x(1); // the bar before\nx-값"_kr, "x", ""},
+      {"수준"_kr, "ma(x,n_1)-mid(h,l)", "x", "n_1"},
+      {"swap", "swapped=y_1;y_1=x;swapped+step(y_1)", "x", "y_1"},
+  };
+  SFunctionList list;
+  for (const auto &entry : kFunctions) {
+    SFunction function;
+    function.IndexName = entry.name;
+    function.Expression = entry.body;
+    function.VarName[0] = entry.first;
+    function.VarName[1] = entry.second;
+    list.Add(function);
+  }
+  return list;
+}
+
+std::string RandomFormula::UserCall(int depth) {
+  ++calls_;
+  return Filled(Pick({"mid(S,S>)", "miD(S,S>)", "step(S>)", "수준(S,P>)"_kr, "swap(S,S>)"}), depth);
+}
+
 std::string RandomFormula::CallOf(int depth) {
   const Form *form = nullptr;
   do {
@@ -253,7 +283,7 @@ std::string RandomFormula::Series(int depth) {
   if (kind < 11) return Pick({"-", "!", "+", "not ", "부정 "_kr}) + Series(depth - 1);
   if (kind < 13) return "(" + Assignment(depth - 1) + ")";
   if (words_ == Words::Operators || calls_ > kMostCalls) return "(" + Binary(depth - 1) + ")";
-  return CallOf(depth - 1);
+  return OneIn(12) ? UserCall(depth - 1) : CallOf(depth - 1);
 }
 
 std::string RandomFormula::Next() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "trovenu/formula/function_id.h"
+#include "trovenu/formula/user_function_list.h"
 
 namespace trovenu::tests {
 
@@ -20,7 +21,7 @@ class RandomFormula {
   enum class Words {
     /// Data words, variables and operators.
     Operators,
-    /// And every call that leaves `SCalc::fullCalc` clear.
+    /// And every call that leaves `SCalc::fullCalc` clear, user functions among them.
     TailCalls,
     /// And those that need all bars; some of their results have another size than close.
     AllCalls,
@@ -30,7 +31,9 @@ class RandomFormula {
 
   /// The next formula in code-page bytes, of one to four statements.
   std::string Next();
-  /// The functions that have been called so far.
+  /// The functions that the formulas may call.
+  static SFunctionList UserFunctions();
+  /// The built-in functions that have been called so far.
   const std::set<FunctionId> &Used() const { return used_; }
 
  private:
@@ -45,6 +48,7 @@ class RandomFormula {
   std::string Binary(int depth);
   std::string Assignment(int depth);
   std::string CallOf(int depth);
+  std::string UserCall(int depth);
   std::string Filled(const std::string &form, int depth);
   std::string Unit();
 
