@@ -21,7 +21,7 @@ bool GrowListTo(std::unique_ptr<Element[]> &data, int size, int &capacity, long 
   const int room = static_cast<int>(std::min(wanted, kMost));
   try {
     auto grown = std::make_unique<Element[]>(static_cast<std::size_t>(room));
-    for (int i = 0; i < size; ++i) grown[static_cast<std::size_t>(i)] = std::as_const(data[i]);
+    for (int i = 0; i < size; ++i) grown.get()[i] = std::as_const(data.get()[i]);
     data = std::move(grown);
   } catch (const std::bad_alloc &) {
     return false;
@@ -34,7 +34,8 @@ bool GrowListTo(std::unique_ptr<Element[]> &data, int size, int &capacity, long 
 template <class Element>
 bool GrowFullList(std::unique_ptr<Element[]> &data, int size, int &capacity, int step) {
   if (size < capacity) return true;
-  const long long wanted = std::max(static_cast<long long>(capacity) + step, static_cast<long long>(size) + 1);
+  const long long wanted =
+      std::max(static_cast<long long>(capacity) + step, static_cast<long long>(size) + 1);
   if (wanted > std::numeric_limits<int>::max()) return false;
   return GrowListTo(data, size, capacity, static_cast<long>(wanted));
 }
@@ -44,7 +45,7 @@ bool GrowFullList(std::unique_ptr<Element[]> &data, int size, int &capacity, int
 template <class Element>
 void DeleteFromList(std::unique_ptr<Element[]> &data, int &size, int index) {
   if (index >= 0) {
-    for (int i = index; i + 1 < size; ++i) data[i] = std::as_const(data[i + 1]);
+    for (int i = index; i + 1 < size; ++i) data.get()[i] = std::as_const(data.get()[i + 1]);
   }
   size = std::max(size - 1, 0);
 }
