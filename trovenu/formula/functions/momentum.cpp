@@ -41,8 +41,8 @@ constexpr Function kRows[] = {
 }  // namespace
 
 SVector Rsi(const SVector &close, int n) {
-  const int first = MoveIndex(close.startIndex, n);
-  if (n < 1 || close.startIndex < 0 || first >= close.size) return SVector();
+  const int first = MoveIndex(std::max(close.startIndex, 0), n);
+  if (n < 1 || first >= close.size) return SVector();
   SVector result;
   result.BeginResult(close.size, first);
   if (result.size == 0) return SVector();
