@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "trovenu/indicator/index.h"
+#include "trovenu/price/price_data_list.h"
 
 namespace trovenu {
 namespace {
@@ -55,6 +56,10 @@ void SIndex::SetDrawRange(int first, int last) {
     const int start = series.GetStartIndex();
     series.SetDrawRange(std::max(first, start), std::max(last, start));
   }
+  // The price series of a net chart takes its overlays along.
+  SPriceData *data = IndexType == kPriceIndex ? GetCurPriceData() : nullptr;
+  if (data == nullptr || data->property->PriceChartType != kNetChart) return;
+  for (SIndex &overlay : data->overlays) overlay.SetDrawRange(first, last);
 }
 
 void SIndex::SetMinMaxChanged(int changed) {

@@ -10,6 +10,8 @@ namespace {
 constexpr int kDefaultPeriod = 2;
 // A scale mode of one symbol's prices; another symbol has the usual one again.
 constexpr int kScaleOfSymbol = 2;
+// The first of the theme's colours of lines, one after the other.
+constexpr int kFirstLineColor = 347;
 
 template <class Owned>
 void CopyOwned(std::unique_ptr<Owned> &target, const std::unique_ptr<Owned> &source, void (Owned::*reset)()) {
@@ -61,6 +63,7 @@ SPriceData &SPriceData::operator=(const SPriceData &other) {
   eventFlag = other.eventFlag;
   TickSize = other.TickSize;
   *property = *other.property;
+  std::ranges::copy(other.overlays, overlays);
   showCandle = other.showCandle;
   MarketType = other.MarketType;
   std::ranges::copy(other.hostInts, hostInts);
@@ -77,6 +80,11 @@ void SPriceData::SetToDefault() {
   showCandle = 1;
   std::ranges::fill(hostInts, 0);
   hostValue = 0.0;
+  for (SIndex &overlay : overlays) {
+    for (int line = 0; line < kExpressions; ++line) {
+      overlay.LineColor[line] = CThemeManager::GetColor(kFirstLineColor + line);
+    }
+  }
 }
 
 void SPriceData::ClearData() {
@@ -84,6 +92,9 @@ void SPriceData::ClearData() {
   if (baseInfo != nullptr) baseInfo->Reset();
   ForEachBarSeries(*this, [](SVector &series) { series.ClearData(); });
   if (property->MinMaxY == kScaleOfSymbol) property->MinMaxY = 0;
+  for (SIndex &overlay : overlays) {
+    for (SVector &series : overlay.ExpData) series.ClearData();
+  }
   ClearTempData();
 }
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "trovenu/indicator/index.h"
 #include "trovenu/platform/export.h"
 #include "trovenu/price/base_data.h"
 #include "trovenu/price/base_info.h"
@@ -37,6 +38,7 @@ class TROVENU_API SPriceData : public SBaseData {
   };
   static constexpr int kBarFields = 8;
   static constexpr int kFieldCodes = 11;
+  static constexpr int kOverlays = 4;
 
   SPriceData();
   /// Copies are deep.
@@ -45,10 +47,11 @@ class TROVENU_API SPriceData : public SBaseData {
   SPriceData &operator=(const SPriceData &other);
   ~SPriceData() override;
 
-  /// Marks and the host's values to their defaults. ID, texts, series and tick size stay.
+  /// Marks, the host's values and the line colours of the overlays to their defaults. ID, texts, series and
+  /// tick size stay.
   void SetToDefault();
-  /// For another symbol: `SetToDefault`, all bars and events gone, base info back to -1.0, and a scale mode
-  /// `MinMaxY` of 2 becomes 0. ID, texts, period, tick size and lines stay.
+  /// For another symbol: `SetToDefault`, all bars, events and overlay series gone, base info back to -1.0,
+  /// and a scale mode `MinMaxY` of 2 becomes 0. ID, texts, period, tick size and lines stay.
   void ClearData();
   /// Empties insert buffers and events and leaves the bars alone.
   void ClearTempData();
@@ -153,6 +156,8 @@ class TROVENU_API SPriceData : public SBaseData {
   double TickSize;
   /// How the price chart looks; never null.
   std::unique_ptr<SPriceProperty> property;
+  /// What the net chart draws over the prices. Their series are emptied with the bars; the host binds them.
+  SIndex overlays[kOverlays];
   /// Set by `ShowCandle`.
   int showCandle = 1;
   /// The host's.
