@@ -67,7 +67,7 @@ constexpr ElementField<SSRLines, SSRLines::kLines> kLineFields[] = {
 constexpr ElementField<SSRLines, SSRLines::kLines> kUserLine = {"기준값"_kr, &SSRLines::LineValue};
 
 // The text is walked in one way for reading and for writing.
-struct Reading {
+struct ReadingWay {
   template <class Fields, class Owner>
   static void Transfer(Section section, const Fields &fields, Owner &object, const Owner &defaults) {
     LoadFields(section, fields, object, defaults);
@@ -79,7 +79,7 @@ struct Reading {
   }
 };
 
-struct Writing {
+struct WritingWay {
   template <class Fields, class Owner>
   static void Transfer(Section section, const Fields &fields, const Owner &object, const Owner &defaults) {
     StoreFields(section, fields, object, defaults);
@@ -174,10 +174,10 @@ void SPriceDataList::_ReadSetting(CIniMemFile *file) {
     Add();
     if (count == i) return;
     SPriceData &symbol = (*this)[i];
-    TransferSymbol<Reading>(*file, i, symbol);
+    TransferSymbol<ReadingWay>(*file, i, symbol);
 
     SSRLines lines;
-    TransferLines<Reading>(*file, i, lines);
+    TransferLines<ReadingWay>(*file, i, lines);
     // Required: the values of user lines alone don't make a difference, and are then not taken.
     if (lines == SSRLines()) continue;
     if (symbol.lines == nullptr) symbol.lines = std::make_unique<SSRLines>();
@@ -189,8 +189,8 @@ void SPriceDataList::_SaveSetting(CIniMemFile *file) const {
   file->WriteInt(kCountSection, kCountKey, count, kDefaultCount);
   for (int i = 0; i < count; ++i) {
     const SPriceData &symbol = (*this)[i];
-    TransferSymbol<Writing>(*file, i, symbol);
-    if (symbol.lines != nullptr) TransferLines<Writing>(*file, i, *symbol.lines);
+    TransferSymbol<WritingWay>(*file, i, symbol);
+    if (symbol.lines != nullptr) TransferLines<WritingWay>(*file, i, *symbol.lines);
   }
 }
 
