@@ -10,7 +10,7 @@ namespace {
 constexpr int kDefaultPeriod = 2;
 // A scale mode of one symbol's prices; another symbol has the usual one again.
 constexpr int kScaleOfSymbol = 2;
-// The first of the theme's colours of lines, one after the other.
+// The first of the theme's colours of lines; each overlay has one of them for all its lines.
 constexpr int kFirstLineColor = 347;
 
 template <class Owned>
@@ -80,10 +80,8 @@ void SPriceData::SetToDefault() {
   showCandle = 1;
   std::ranges::fill(hostInts, 0);
   hostValue = 0.0;
-  for (SIndex &overlay : overlays) {
-    for (int line = 0; line < kExpressions; ++line) {
-      overlay.LineColor[line] = CThemeManager::GetColor(kFirstLineColor + line);
-    }
+  for (int i = 0; i < kOverlays; ++i) {
+    std::ranges::fill(overlays[i].LineColor, CThemeManager::GetColor(kFirstLineColor + i));
   }
 }
 
