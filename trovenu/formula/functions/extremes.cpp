@@ -30,7 +30,9 @@ Operand FoldRule(Call &call) {
 template <class Pick>
 void FoldInto(SVector &x, const SVector &y, Pick pick) {
   const bool constant = x.IsConstant() && y.IsConstant();
-  x.RaiseStart(x.startIndex);
+  // A copy knows of fewer written elements than will be written from its start index on.
+  x.SetStartIndex(x.startIndex);
+  x.InitTemp();
   for (int i = std::max(x.startIndex, 0); i < x.size; ++i) x.data[i] = pick(x.data[i], y[i]);
   x.SetStartIndex(std::max(x.startIndex, y.startIndex));
   if (y.size < x.size) x.SetSize(y.size);

@@ -11,7 +11,9 @@ namespace {
 template <double (*kFunction)(double)>
 Operand MapRule(Call &call) {
   SVector &x = call.Own(0);
-  x.RaiseStart(x.startIndex);
+  // A copy knows of fewer written elements than will be written from its start index on.
+  x.SetStartIndex(x.startIndex);
+  x.InitTemp();
   bool failed = false;
   for (int i = std::max(x.startIndex, 0); i < x.size; ++i) {
     errno = 0;
