@@ -152,7 +152,7 @@ class SCalc::TailStart {
     for (int i = 0; i < kCount; ++i) {
       if (series_[i] == nullptr) continue;
       saved_[i] = series_[i]->startIndex;
-      series_[i]->startIndex = start;
+      series_[i]->SetStartIndex(start);
     }
   }
   TailStart(const TailStart &) = delete;
@@ -160,7 +160,7 @@ class SCalc::TailStart {
   // In reverse, since one series may be bound to several words.
   ~TailStart() {
     for (int i = kCount - 1; i >= 0; --i) {
-      if (series_[i] != nullptr) series_[i]->startIndex = saved_[i];
+      if (series_[i] != nullptr) series_[i]->SetStartIndex(saved_[i]);
     }
   }
 

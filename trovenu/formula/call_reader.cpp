@@ -1,6 +1,6 @@
 // Reads the arguments of a call from the text, as the function's row says, and applies its rule to them.
 
-#include <new>
+#include <algorithm>
 
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
@@ -88,7 +88,8 @@ bool SCalc::ReadMethod(ArgumentWords &words) {
       words.method = static_cast<int>(word->function) - static_cast<int>(FunctionId::MethodSimple);
     } else if (const Name *variable = Look(nameString, 0)) {
       NoteRead(*variable);
-      words.method = TruncateToInt(variable->value[0]);
+      // Any number that names no method means the simple average.
+      words.method = std::max(TruncateToInt(variable->value[0]), 0);
     } else {
       PushError(messages::kWrongUse);
       return false;
