@@ -12,6 +12,7 @@
 #include "trovenu/indicator/index.h"
 #include "trovenu/indicator/index_list.h"
 #include "trovenu/indicator/index_property.h"
+#include "trovenu/indicator/starter_set.h"
 #include "trovenu/indicator/user_index_list.h"
 #include "trovenu/platform/array.h"
 #include "trovenu/platform/code_page.h"
