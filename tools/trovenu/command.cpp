@@ -15,8 +15,8 @@ const char *NameOf(Format format) { return kFormatNames[static_cast<std::size_t>
 
 }  // namespace
 
-void AddBarsOption(CLI::App &command, std::string &path) {
-  command
+CLI::Option *AddBarsOption(CLI::App &command, std::string &path) {
+  return command
       .add_option("--bars", path,
                   "CSV file with a header and one bar a line, oldest first; - for\n"
                   "standard input. Columns in any order: date, time, open, high, low,\n"

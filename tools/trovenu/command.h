@@ -33,7 +33,7 @@ Command AddBars(CLI::App &tool);
 /// @{
 
 /// `--bars FILE`.
-void AddBarsOption(CLI::App &command, std::string &path);
+CLI::Option *AddBarsOption(CLI::App &command, std::string &path);
 
 /// `--format NAME` with the given formats, the first one being the default.
 class FormatOption {

@@ -130,6 +130,12 @@ void AppendDate(std::string &out, double number, bool seconds) {
   AppendTwoDigits(out, whole);
 }
 
+std::string DateText(double number) {
+  std::string text;
+  AppendDate(text, number, HasSeconds(number));
+  return text;
+}
+
 bool HasSeconds(double number) {
   return number > kLargestPlainDate && static_cast<std::int64_t>(number) % 100 != 0;
 }

@@ -31,6 +31,9 @@ bool ReadTime(std::string_view text, int &time);
 /// `seconds`.
 void AppendDate(std::string &out, double number, bool seconds);
 
+/// A date number as `AppendDate` writes it, with seconds where it has some.
+std::string DateText(double number);
+
 /// True for a date number whose time has seconds.
 bool HasSeconds(double number);
 

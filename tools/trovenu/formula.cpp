@@ -17,41 +17,53 @@ std::string Utf8Before(const std::string &codePage, std::size_t bytes) {
 }
 
 FormulaFault DescribeFault(const SCalc &calc, const std::string &formula, const std::string &codePage) {
-  FormulaFault fault;
-  fault.message = OneLine(Utf8FromCodePage(calc.errorText.c_str(), nullptr));
-  const std::size_t position =
-      std::min(codePage.size(), static_cast<std::size_t>(std::max(0, calc.errorPosition)));
-  const std::string before = Utf8Before(codePage, position);
-  fault.lineNumber = 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
-  const std::size_t lastFeed = before.rfind('\n');
-  const std::size_t begin = std::min(formula.size(), lastFeed == before.npos ? 0 : lastFeed + 1);
-  fault.line = formula.substr(begin, std::min(formula.find('\n', begin), formula.size()) - begin);
-  if (fault.line.ends_with('\r')) fault.line.pop_back();
-  std::replace(fault.line.begin(), fault.line.end(), '\t', ' ');
-  fault.column = DisplayWidth(std::string_view(before).substr(std::min(begin, before.size())));
-  return fault;
+  return {OneLine(Utf8FromCodePage(calc.errorText.c_str(), nullptr)),
+          PlaceIn(formula, codePage, static_cast<std::size_t>(std::max(0, calc.errorPosition)))};
 }
 
 }  // namespace
 
-std::string FormulaFault::OneLine() const {
-  return message + " (line " + std::to_string(lineNumber) + ", column " + std::to_string(column + 1) + ")";
+FormulaPlace PlaceIn(const std::string &formula, const std::string &codePage, std::size_t position) {
+  FormulaPlace place;
+  const std::string before = Utf8Before(codePage, std::min(codePage.size(), position));
+  place.lineNumber = 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
+  const std::size_t lastFeed = before.rfind('\n');
+  const std::size_t begin = std::min(formula.size(), lastFeed == before.npos ? 0 : lastFeed + 1);
+  place.line = formula.substr(begin, std::min(formula.find('\n', begin), formula.size()) - begin);
+  if (place.line.ends_with('\r')) place.line.pop_back();
+  std::replace(place.line.begin(), place.line.end(), '\t', ' ');
+  place.column = DisplayWidth(std::string_view(before).substr(std::min(begin, before.size())));
+  return place;
 }
 
-FormulaEngine::FormulaEngine(Bars &bars) : bars_(bars) {
-  calc_.SetVariable(bars[BarField::Close], bars[BarField::Open], bars[BarField::High], bars[BarField::Low],
-                    bars[BarField::Volume], bars[BarField::Date], bars[BarField::OpenInterest],
-                    bars[BarField::Amount]);
+std::string FormulaPlace::InWords() const {
+  return "(line " + std::to_string(lineNumber) + ", column " + std::to_string(column + 1) + ")";
 }
 
-SVector FormulaEngine::Evaluate(const std::string &formula, std::optional<FormulaFault> &fault) {
+std::string FormulaPlace::Shown() const { return line + "\n" + std::string(column, ' ') + "^\n"; }
+
+std::string FormulaFault::OneLine() const { return message + " " + place.InWords(); }
+
+std::string FormulaInCodePage(const std::string &formula) {
   bool ok = true;
-  const std::string codePage = CodePageFromUtf8(formula, &ok);
+  std::string codePage = CodePageFromUtf8(formula, &ok);
   if (!ok) {
     throw Failure("formula " + Quoted(formula) + ": " +
                   (IsUtf8(formula) ? "has a character that is not in the Korean code page"
                                    : "expected UTF-8, found other bytes"));
   }
+  return codePage;
+}
+
+FormulaEngine::FormulaEngine(Bars &bars, SFunctionList *functions) : bars_(bars) {
+  calc_.SetVariable(bars[BarField::Close], bars[BarField::Open], bars[BarField::High], bars[BarField::Low],
+                    bars[BarField::Volume], bars[BarField::Date], bars[BarField::OpenInterest],
+                    bars[BarField::Amount]);
+  calc_.SetFunction(functions);
+}
+
+SVector FormulaEngine::Evaluate(const std::string &formula, std::optional<FormulaFault> &fault) {
+  const std::string codePage = FormulaInCodePage(formula);
   calc_.SetExpression(codePage.c_str());
   calc_.columnsRead = 0;
   SVector result = calc_.Calculate();
