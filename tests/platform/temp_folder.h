@@ -12,9 +12,14 @@ namespace trovenu::tests {
 /// A folder of its own for one test, gone afterwards.
 class TempFolder {
  public:
-  TempFolder() {
+  /// `InMemory`, where the system has it, for tests that write thousands of files.
+  enum class Place { OnDisk, InMemory };
+
+  explicit TempFolder(Place place = Place::OnDisk) {
+    const std::filesystem::path memory = "/dev/shm";
+    const bool inMemory = place == Place::InMemory && std::filesystem::is_directory(memory);
     std::random_device random;
-    path_ = std::filesystem::temp_directory_path() /
+    path_ = (inMemory ? memory : std::filesystem::temp_directory_path()) /
             ("trovenu-test-" + std::to_string(random()) + std::to_string(random()));
     std::filesystem::create_directories(path_);
   }

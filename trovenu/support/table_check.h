@@ -18,7 +18,7 @@ struct TableReport {
 
   /// \name Faults, 0 or false in a whole table
   /// @{
-  bool sizesDiffer = false;          ///< The fields make another length of a record than the head tells.
+  bool sizesDiffer = false;          ///< The fields make other lengths of head or record than the head tells.
   std::uint32_t markFaults = 0;      ///< Records whose deletion mark is neither there nor absent.
   bool countDiffers = false;         ///< The head counts other than `records` and `markFaults` together.
   std::uint32_t counted = 0;         ///< What the head counts.

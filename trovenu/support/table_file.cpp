@@ -28,8 +28,15 @@ bool IsMark(char byte) {
   return byte == static_cast<char>(RecordMark::Present) || byte == static_cast<char>(RecordMark::Deleted);
 }
 
-/// How many records, of those that the file holds in full, begin with a mark; as a share of all looked at.
-double ShareOfMarks(const File &file, const TableFormat &format) {
+std::uint32_t CountInHead(const File &file) {
+  char bytes[TableFormat::kCountSize] = {};
+  file.ReadAt(TableFormat::kCountAt, bytes, sizeof bytes);
+  return CountFrom(bytes);
+}
+
+/// How well a length of records agrees with the file, from 0 to 2: by the share of marks at the begin of
+/// records, and by the end mark.
+double AgreementOf(const File &file, const TableFormat &format) {
   const std::uint64_t size = file.Size();
   std::uint32_t all = 0;
   std::uint32_t good = 0;
@@ -37,7 +44,9 @@ double ShareOfMarks(const File &file, const TableFormat &format) {
     if (IsMark(ByteAt(file, OffsetOf(format, all)))) ++good;
     ++all;
   }
-  return all == 0 ? 0.0 : static_cast<double>(good) / all;
+  const double marks = all == 0 ? 0.0 : static_cast<double>(good) / all;
+  const bool ends = ByteAt(file, OffsetOf(format, CountInHead(file))) == TableFormat::kEndMark;
+  return marks + (ends ? 1.0 : 0.0);
 }
 
 }  // namespace
@@ -81,19 +90,17 @@ bool TableFile::OpenFormat(const File &file) {
                    '\0');
   head.resize(file.ReadAt(0, head.data(), head.size()));
   if (!format_.ReadHead(head)) return false;
-  writable_ = format_.FieldsSize() == format_.RecordSize();
-  if (writable_ || format_.FieldsSize() > TableFormat::kLongestRecord) return true;
+  writable_ = format_.IsSound();
+  if (format_.FieldsSize() == format_.RecordSize()) return true;
   // One of the two lengths is damaged. The right one leads from mark to mark.
-  TableFormat other = format_;
-  other.SetRecordSize(format_.FieldsSize());
-  if (ShareOfMarks(file, other) > ShareOfMarks(file, format_)) format_ = other;
+  TableFormat other;
+  other.ReadHead(head, TableFormat::Length::OfFields);
+  if (AgreementOf(file, other) > AgreementOf(file, format_)) format_ = other;
   return true;
 }
 
 std::uint32_t TableFile::CountIn(const File &file, const TableFormat &format) {
-  char bytes[TableFormat::kCountSize] = {};
-  if (file.ReadAt(TableFormat::kCountAt, bytes, sizeof bytes) != sizeof bytes) return 0;
-  const std::uint32_t counted = CountFrom(bytes);
+  const std::uint32_t counted = CountInHead(file);
   if (counted <= kMostRecords && ByteAt(file, OffsetOf(format, counted)) == TableFormat::kEndMark)
     return counted;
   const std::uint64_t size = file.Size();

@@ -118,6 +118,7 @@ int TableFormat::FindField(const char *name) const {
   return -1;
 }
 
+/// Fields behind the end of a record are cut or dropped.
 void TableFormat::SetRecordSize(std::size_t size) {
   recordSize_ = std::clamp<std::size_t>(size, 1, kLongestRecord);
   std::erase_if(fields_, [this](const TableField &field) { return field.offset >= recordSize_; });
@@ -159,7 +160,7 @@ void TableFormat::PutSizes(std::string *head) const {
   PutWord(head, kRecordSizeAt, recordSize_);
 }
 
-bool TableFormat::ReadHead(std::string_view bytes) {
+bool TableFormat::ReadHead(std::string_view bytes, Length length) {
   Clear();
   if (bytes.size() <= kBaseSize) return false;
   // Tables of later versions with the same layout have other bits set, those with memos among them.
@@ -175,13 +176,18 @@ bool TableFormat::ReadHead(std::string_view bytes) {
     at += kDescriptorSize;
   }
   const bool ended = at < bytes.size() && bytes[at] == kFieldsEnd;
-  if (ownNotes && ended) headSize_ = at + 1;
+  if (ownNotes && ended) {
+    sound_ = headSize_ == at + 1;
+    headSize_ = at + 1;
+  }
   fieldsSize_ = recordSize_;
   if (fields_.empty() || headSize_ <= kBaseSize || headSize_ > bytes.size()) {
     Clear();
     return false;
   }
-  SetRecordSize(Word(bytes, kRecordSizeAt));
+  const std::size_t told = Word(bytes, kRecordSizeAt);
+  sound_ = sound_ && told == fieldsSize_;
+  SetRecordSize(length == Length::OfHead ? told : fieldsSize_);
   return true;
 }
 

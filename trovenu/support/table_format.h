@@ -53,20 +53,23 @@ class TROVENU_API TableFormat {
   std::size_t RecordSize() const { return recordSize_; }
   /// Bytes of a record as the fields have them. They differ from `RecordSize` in a damaged head.
   std::size_t FieldsSize() const { return fieldsSize_; }
-  /// Takes another length for that of a record; fields behind it are cut or dropped.
-  void SetRecordSize(std::size_t size);
-
+  /// False if the lengths in the head that was read disagree with the fields.
+  bool IsSound() const { return sound_; }
   /// The head of a table with no records. Empty if there is no field or the names can't be told apart.
   std::string Head();
   /// Writes the lengths of head and record into the first bytes of a head.
   void PutSizes(std::string *head) const;
+  /// Which of the two lengths of a record counts, where they differ in a damaged head.
+  enum class Length { OfHead, OfFields };
+
   /// Takes the fields from the first bytes of a table file. False, and no fields, if they are no such table.
-  bool ReadHead(std::string_view bytes);
+  bool ReadHead(std::string_view bytes, Length length = Length::OfHead);
 
   /// An empty record.
   std::string BlankRecord() const;
 
  private:
+  void SetRecordSize(std::size_t size);
   void ReadField(std::string_view descriptor, bool ownNotes);
 
   std::vector<TableField> fields_;
@@ -74,6 +77,7 @@ class TROVENU_API TableFormat {
   std::size_t recordSize_ = 1;
   std::size_t fieldsSize_ = 1;
   std::size_t descriptors_ = 0;
+  bool sound_ = true;
   mutable std::size_t nextFound_ = 0;
 };
 

@@ -1,0 +1,217 @@
+#include "trovenu/support/archive.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+
+#include "tests/platform/temp_folder.h"
+#include "tests/platform/write_faults.h"
+#include "tests/support/awkward_texts.h"
+#include "tests/support/damage.h"
+
+namespace trovenu::tests {
+
+namespace {
+
+/// The archive as another run of the program reads it.
+CKqArchive Reloaded(const CKqArchive &archive) {
+  CMemFile file;
+  EXPECT_NE(archive.Save(&file), 0);
+  EXPECT_EQ(file.GetPosition(), 0u);
+  CKqArchive loaded;
+  EXPECT_NE(loaded.Load(&file), 0);
+  return loaded;
+}
+
+TEST(ArchiveTest, AbsentKeysGiveDefaults) {
+  CKqArchive archive;
+  archive.SetCategory("Index2");
+  EXPECT_EQ(archive.GetInt("UserID", -1), -1);
+  EXPECT_EQ(archive.GetDbl("ChartCycle", 1.5), 1.5);
+  EXPECT_EQ(archive.GetStr("IndexName", "none"), "none");
+  EXPECT_EQ(archive.GetStr("IndexName", nullptr), "");
+}
+
+TEST(ArchiveTest, CategoriesAndKeysAreApart) {
+  CKqArchive archive;
+  archive.SetInt("a", 1, 0);
+  archive.SetCategory("Chart");
+  archive.SetInt("a", 2, 0);
+  archive.SetInt("A", 3, 0);
+  archive.SetCategory("Chart1");
+  archive.SetInt("a", 4, 0);
+  archive = Reloaded(archive);
+  EXPECT_EQ(archive.GetInt("a", 0), 1);
+  archive.SetCategory("Chart");
+  EXPECT_EQ(archive.GetInt("a", 0), 2);
+  EXPECT_EQ(archive.GetInt("A", 0), 3);
+  archive.SetCategory("Chart1");
+  EXPECT_EQ(archive.GetInt("a", 0), 4);
+  archive.SetCategory("chart");
+  EXPECT_EQ(archive.GetInt("a", 0), 0);
+  archive.SetCategory(nullptr);
+  EXPECT_EQ(archive.GetInt("a", 0), 1);
+}
+
+TEST(ArchiveTest, ValueThatEqualsItsDefaultIsStoredToo) {
+  CKqArchive archive;
+  archive.SetInt("i", 5, 0);
+  archive.SetDbl("d", 5, 0);
+  archive.SetStr("s", "old", "");
+  archive.SetInt("i", 0, 0);
+  archive.SetDbl("d", 0, 0);
+  archive.SetStr("s", "", "");
+  EXPECT_EQ(archive.GetInt("i", 0), 0);
+  EXPECT_EQ(archive.GetInt("i", 9), 0);
+  EXPECT_EQ(archive.GetDbl("d", 9), 0);
+  EXPECT_EQ(archive.GetStr("s", "x"), "");
+}
+
+TEST(ArchiveTest, NumbersComeBackBitForBit) {
+  CKqArchive archive;
+  const double doubles[] = {0.1,
+                            1.0 / 3,
+                            1e-300,
+                            123456789.12345678,
+                            -0.0,
+                            5e-324,
+                            std::numeric_limits<double>::max(),
+                            std::numeric_limits<double>::infinity(),
+                            -std::numeric_limits<double>::infinity(),
+                            20240102093000.0};
+  const int ints[] = {0, -1, INT_MAX, INT_MIN};
+  for (std::size_t i = 0; i < std::size(doubles); ++i)
+    archive.SetDbl(("d" + std::to_string(i)).c_str(), doubles[i], 0);
+  for (std::size_t i = 0; i < std::size(ints); ++i)
+    archive.SetInt(("i" + std::to_string(i)).c_str(), ints[i], 0);
+  archive.SetDbl("nan", std::nan(""), 0);
+  archive = Reloaded(archive);
+  for (std::size_t i = 0; i < std::size(doubles); ++i) {
+    const double loaded = archive.GetDbl(("d" + std::to_string(i)).c_str(), 77);
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(loaded), std::bit_cast<std::uint64_t>(doubles[i])) << doubles[i];
+  }
+  for (std::size_t i = 0; i < std::size(ints); ++i) {
+    EXPECT_EQ(archive.GetInt(("i" + std::to_string(i)).c_str(), 77), ints[i]);
+  }
+  EXPECT_TRUE(std::isnan(archive.GetDbl("nan", 0)));
+}
+
+TEST(ArchiveTest, ReadsAcrossKinds) {
+  CKqArchive archive;
+  archive.SetDbl("d", -2.75, 0);
+  archive.SetDbl("large", 1e10, 0);
+  archive.SetStr("text", "twelve", "");
+  archive.SetStr("beyond", "1e999", "");
+  archive.SetInt("i", 12, 0);
+  EXPECT_EQ(archive.GetInt("d", 7), -2);
+  EXPECT_EQ(archive.GetInt("large", 7), INT_MAX);
+  EXPECT_EQ(archive.GetInt("text", 7), 7);
+  EXPECT_EQ(archive.GetDbl("text", 7), 7);
+  EXPECT_EQ(archive.GetDbl("beyond", 7), 7);
+  EXPECT_EQ(archive.GetStr("i", ""), "12");
+}
+
+TEST(ArchiveTest, AnyTextComesBack) {
+  const std::vector<std::string> texts = AwkwardTexts();
+  CKqArchive archive;
+  for (const std::string &text : texts) {
+    archive.SetCategory(text.c_str());
+    for (const std::string &key : texts) archive.SetStr(key.c_str(), (key + text).c_str(), "");
+  }
+  archive = Reloaded(archive);
+  for (const std::string &text : texts) {
+    archive.SetCategory(text.c_str());
+    for (const std::string &key : texts)
+      ASSERT_EQ(archive.GetStr(key.c_str(), "absent"), (key + text).c_str());
+  }
+}
+
+TEST(ArchiveTest, LivesInAFile) {
+  const TempFolder folder;
+  const std::string path = folder.Path("chart.arc");
+  CKqArchive archive;
+  EXPECT_EQ(archive.Load(path.c_str()), 0);
+  archive.SetCategory("Chart");
+  archive.SetInt("size", 3, 0);
+  EXPECT_NE(archive.Save(path.c_str()), 0);
+  archive.SetInt("size", 4, 0);
+  EXPECT_EQ(archive.Load(folder.Path("none").c_str()), 0);
+  EXPECT_EQ(archive.Load(static_cast<CMemFile *>(nullptr)), 0);
+  EXPECT_EQ(archive.GetInt("size", 0), 4);
+  EXPECT_NE(archive.Load(path.c_str()), 0);
+  EXPECT_EQ(archive.GetInt("size", 0), 3);
+  EXPECT_EQ(archive.Save(folder.Path("none/chart.arc").c_str()), 0);
+  EXPECT_EQ(archive.Save(static_cast<const char *>(nullptr)), 0);
+  archive.Clear();
+  EXPECT_TRUE(archive.IsEmpty());
+  EXPECT_EQ(archive.GetInt("size", 0), 0);
+}
+
+TEST(ArchiveTest, StoppedSaveLeavesTheOldArchiveOrTheNewOne) {
+  if (!CanStopWrites()) GTEST_SKIP() << "writes can't be stopped here";
+  const TempFolder folder;
+  const std::string path = folder.Path("chart.arc");
+  CKqArchive older;
+  for (int i = 0; i < 50; ++i) older.SetInt(std::to_string(i).c_str(), 1, 0);
+  CKqArchive newer = older;
+  for (int i = 0; i < 50; ++i) newer.SetInt(std::to_string(i).c_str(), 2, 0);
+  bool finished = false;
+  for (std::size_t stopAt = 0; !finished; ++stopAt) {
+    ASSERT_LT(stopAt, 100u);
+    ASSERT_NE(older.Save(path.c_str()), 0);
+    finished = StopAtWrite(stopAt, 100, [&] { newer.Save(path.c_str()); }).finished;
+    CKqArchive found;
+    ASSERT_NE(found.Load(path.c_str()), 0);
+    const int first = found.GetInt("0", 0);
+    EXPECT_TRUE(first == 1 || first == 2);
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(found.GetInt(std::to_string(i).c_str(), 0), first) << stopAt;
+  }
+}
+
+TEST(ArchiveTest, DamagedArchivesAreReadAsFarAsTheyGo) {
+  CKqArchive archive;
+  const std::vector<std::string> texts = AwkwardTexts();
+  for (const char *category : {"Index0", "Chart"}) {
+    archive.SetCategory(category);
+    for (std::size_t i = 0; i < texts.size(); ++i) archive.SetStr(texts[i].c_str(), texts[i].c_str(), "");
+  }
+  CMemFile good;
+  ASSERT_NE(archive.Save(&good), 0);
+  Damage damage;
+  std::size_t read = 0;
+  for (int i = 0; i < 3000; ++i) {
+    CMemFile bad(damage.Of(good.View()));
+    CKqArchive loaded;
+    ASSERT_NE(loaded.Load(&bad), 0);
+    for (const char *category : {"Index0", "Chart"}) {
+      loaded.SetCategory(category);
+      for (const std::string &text : texts) {
+        if (loaded.GetStr(text.c_str(), "absent") == text.c_str()) ++read;
+        loaded.GetInt(text.c_str(), 0);
+        loaded.GetDbl(text.c_str(), 0);
+      }
+    }
+    // What was damaged is still a good archive of something.
+    loaded.SetCategory("");
+    loaded.SetInt("new", i, 0);
+    ASSERT_EQ(Reloaded(loaded).GetInt("new", -1), i);
+  }
+  EXPECT_GT(read, 3000 * texts.size());
+}
+
+TEST(ArchiveArrayTest, HoldsPointers) {
+  CKqArchive archive;
+  CKqArchiveArray array;
+  array.Add(&archive);
+  EXPECT_EQ(array[0], &archive);
+  EXPECT_EQ(array[1], nullptr);
+}
+
+}  // namespace
+
+}  // namespace trovenu::tests
