@@ -10,8 +10,8 @@ class RepaintTest : public ToolTest {
  protected:
   // The lines that the tool prints, a last empty one included.
   std::vector<std::string> Check(const std::string &formula, const std::vector<std::string> &more = {}) {
-    std::vector<std::string> arguments = {"check", "--repaint", "--bars", TROVENU_DATA_DIR "/daily.csv",
-                                          formula};
+    std::vector<std::string> arguments = {"check",     "--repaint", "--bars", TROVENU_DATA_DIR "/daily.csv",
+                                          "--formula", formula};
     arguments.insert(arguments.end(), more.begin(), more.end());
     result_ = Run(arguments);
     std::vector<std::string> lines;
