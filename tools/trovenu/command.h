@@ -26,6 +26,7 @@ Command AddEval(CLI::App &tool);
 Command AddCheck(CLI::App &tool);
 Command AddWords(CLI::App &tool);
 Command AddLevels(CLI::App &tool);
+Command AddTable(CLI::App &tool);
 Command AddBars(CLI::App &tool);
 /// @}
 
