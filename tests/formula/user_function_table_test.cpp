@@ -34,7 +34,7 @@ TEST(UserFunctionTable, ReadsBothTablesTheSystemsFirst) {
     table.InsField("VarValue0", "14");
     ASSERT_TRUE(table.WriteRecord());
     std::string bytes = folder.Content("System.fnc");
-    bytes[static_cast<std::size_t>(table.HeadSize + 2 * table.RecordSize)] = '*';
+    bytes[static_cast<std::size_t>(table.HeadSize) + 2 * static_cast<std::size_t>(table.RecordSize)] = '*';
     folder.Put("System.fnc", bytes);
   }
   SFunctionList list;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <random>
 #include <set>
 #include <string>
@@ -102,42 +103,54 @@ std::vector<Record> Records() {
   };
 }
 
+using I = SIndex;
+
+// The members that fields keep.
+struct Member {
+  const char *field;
+  SString (*get)(const I &index, int element);
+};
+
+constexpr Member kMembers[] = {
+    {"VarName", [](const I &x, int i) { return SString(x.VarName[i]); }},
+    {"VarValue", [](const I &x, int i) { return SString(x.VarValue[i]); }},
+    {"VarStart", [](const I &x, int i) { return SString(x.VarStart[i]); }},
+    {"VarEnd", [](const I &x, int i) { return SString(x.VarEnd[i]); }},
+    {"VarIncrement", [](const I &x, int i) { return SString(x.VarIncrement[i]); }},
+    {"ShowLine", [](const I &x, int i) { return SString(x.BlShowLine[i]); }},
+    {"Expression", [](const I &x, int i) { return SString(x.Expression[i]); }},
+    {"ExpName", [](const I &x, int i) { return SString(x.ExpName[i]); }},
+    {"LineType", [](const I &x, int i) { return SString(x.DisplayType[i]); }},
+    {"LineColor", [](const I &x, int i) { return SString(x.LineColor[i]); }},
+    {"LineUpColor", [](const I &x, int i) { return SString(x.LineUpColor[i]); }},
+    {"LineDnColor", [](const I &x, int i) { return SString(x.LineDnColor[i]); }},
+    {"LineUpValue", [](const I &x, int i) { return SString(x.LineUpValue[i]); }},
+    {"LineDnValue", [](const I &x, int i) { return SString(x.LineDnValue[i]); }},
+    {"LineCompMethod", [](const I &x, int i) { return SString(x.LineCompMethod[i]); }},
+    {"LineStyle", [](const I &x, int i) { return SString(x.LineStyle[i]); }},
+    {"LineWidth", [](const I &x, int i) { return SString(x.LineWidth[i]); }},
+    {"YValue", [](const I &x, int i) { return SString(x.YValue[i]); }},
+    {"YValueColor", [](const I &x, int) { return SString(x.YValueColor); }},
+    {"YValueStyle", [](const I &x, int) { return SString(x.YValueStyle); }},
+    {"YValueWidth", [](const I &x, int) { return SString(x.YValueWidth); }},
+    {"MinMaxY", [](const I &x, int) { return SString(x.MinMaxY); }},
+    {"UserMin", [](const I &x, int) { return SString(x.UserMin); }},
+    {"UserMax", [](const I &x, int) { return SString(x.UserMax); }},
+    {"LogY", [](const I &x, int) { return SString(x.LogY); }},
+    {"InvertY", [](const I &x, int) { return SString(x.InvertY); }},
+    {"Password", [](const I &x, int) { return SString(x.Password); }},
+    {"Description", [](const I &x, int) { return SString(x.Description); }},
+    {"Period", [](const I &x, int) { return SString(x.Period); }},
+};
+
 // The value of a field as the object has it.
 std::string ValueOf(const SIndex &index, std::string field) {
   const bool numbered = field.back() >= '0' && field.back() <= '9';
-  const int i = numbered ? field.back() - '0' : 0;
+  const int element = numbered ? field.back() - '0' : 0;
   if (numbered) field.pop_back();
-  const auto text = [](const SString &value) { return std::string(value.c_str()); };
-  if (field == "VarName") return text(index.VarName[i]);
-  if (field == "VarValue") return text(index.VarValue[i]);
-  if (field == "VarStart") return text(index.VarStart[i]);
-  if (field == "VarEnd") return text(index.VarEnd[i]);
-  if (field == "VarIncrement") return text(index.VarIncrement[i]);
-  if (field == "ShowLine") return std::to_string(index.BlShowLine[i]);
-  if (field == "Expression") return text(index.Expression[i]);
-  if (field == "ExpName") return text(index.ExpName[i]);
-  if (field == "LineType") return std::to_string(index.DisplayType[i]);
-  if (field == "LineColor") return std::to_string(index.LineColor[i]);
-  if (field == "LineUpColor") return std::to_string(index.LineUpColor[i]);
-  if (field == "LineDnColor") return std::to_string(index.LineDnColor[i]);
-  if (field == "LineUpValue") return text(index.LineUpValue[i]);
-  if (field == "LineDnValue") return text(index.LineDnValue[i]);
-  if (field == "LineCompMethod") return std::to_string(index.LineCompMethod[i]);
-  if (field == "LineStyle") return std::to_string(index.LineStyle[i]);
-  if (field == "LineWidth") return std::to_string(index.LineWidth[i]);
-  if (field == "YValue") return text(index.YValue[i]);
-  if (field == "YValueColor") return std::to_string(index.YValueColor);
-  if (field == "YValueStyle") return std::to_string(index.YValueStyle);
-  if (field == "YValueWidth") return std::to_string(index.YValueWidth);
-  if (field == "MinMaxY") return std::to_string(index.MinMaxY);
-  if (field == "UserMin") return text(SString(index.UserMin));
-  if (field == "UserMax") return text(SString(index.UserMax));
-  if (field == "LogY") return std::to_string(index.LogY);
-  if (field == "InvertY") return std::to_string(index.InvertY);
-  if (field == "Password") return text(index.Password);
-  if (field == "Description") return text(index.Description);
-  if (field == "Period") return text(index.Period);
-  return "no such field: " + field;
+  const auto *const member =
+      std::ranges::find_if(kMembers, [&](const Member &m) { return m.field == field; });
+  return member == std::end(kMembers) ? "no such field" : member->get(index, element).c_str();
 }
 
 // An object in which all that a table may keep is another value.
@@ -442,10 +455,10 @@ TEST(FormulaStore, DamagedTablesAreReadOrLeaveTheObjectAlone) {
 }
 
 // Marks record `number` of a table as deleted.
-void DeleteRecord(const IndexFolder &folder, const std::string &name, int number) {
+void DeleteRecord(const IndexFolder &folder, const std::string &name, std::size_t number) {
   const DB table(folder.Path(name).c_str());
   std::string bytes = folder.Content(name);
-  bytes[static_cast<std::size_t>(table.HeadSize + number * table.RecordSize)] = '*';
+  bytes[static_cast<std::size_t>(table.HeadSize) + number * static_cast<std::size_t>(table.RecordSize)] = '*';
   folder.Put(name, bytes);
 }
 

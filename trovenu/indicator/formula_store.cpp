@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "trovenu/indicator/formula_fields.h"
 #include "trovenu/indicator/index.h"
 #include "trovenu/platform/platform.h"
@@ -41,11 +43,11 @@ int SIndex::ReadRecord(const char *name, SString indexFile, SString userFile, bo
 }
 
 int SIndex::ReadExpression(const char *name, SString indexFile, SString userFile) {
-  return ReadRecord(name, indexFile, userFile, false);
+  return ReadRecord(name, std::move(indexFile), std::move(userFile), false);
 }
 
 int SIndex::ReadExpForConv(const char *name, SString indexFile, SString userFile) {
-  return ReadRecord(name, indexFile, userFile, true);
+  return ReadRecord(name, std::move(indexFile), std::move(userFile), true);
 }
 
 int SIndex::WriteExpression(const char *name, int mode, int toSystem) {

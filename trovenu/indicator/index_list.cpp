@@ -38,7 +38,7 @@ void SIndexList::Reset(int room) {
 
 void SIndexList::Add(const SIndex &index) {
   // An element of the list itself would move with it.
-  const SIndex copy(index);
+  const SIndex copy(index);  // NOLINT(performance-unnecessary-copy-initialization)
   if (!GrowFullList(Data, Size, MaxSize, GrowBy)) return;
   Data[static_cast<std::size_t>(Size++)] = copy;
 }
