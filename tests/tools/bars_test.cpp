@@ -11,9 +11,7 @@ const std::string kMark = "\xEF\xBB\xBF";
 
 // "일자,시간,시가,고가,저가,종가,거래량,거래대금,미결제약정" in either encoding.
 constexpr const char *kKoreanHeader = "일자,시간,시가,고가,저가,종가,거래량,거래대금,미결제약정\n";
-const std::string kCodePageHeader = std::string("일자"_kr) + "," + "시간"_kr + "," + "시가"_kr + "," +
-                                    "고가"_kr + "," + "저가"_kr + "," + "종가"_kr + "," + "거래량"_kr + "," +
-                                    "거래대금"_kr + "," + "미결제약정"_kr + "\n";
+const std::string kCodePageHeader = "일자,시간,시가,고가,저가,종가,거래량,거래대금,미결제약정\n"_kr;
 constexpr const char *kAllFields = "20240102,0901,1,2,3,4,5,6,7\n";
 constexpr const char *kWeighOpen = "o+10*h+100*l+1000*c+10000*v+100000*amount+1000000*oi";
 

@@ -33,11 +33,11 @@ class TROVENU_API SFunctionList : public SFunction {
   /// Position of the first function of that name, whatever its case, or -1.
   int Find(const char *name) const;
 
-  /// Adds a function from one text, "name|body|parameter|parameter". The text is changed: its escape characters go
-  /// and its fields are cut off. Null is ignored.
+  /// Adds a function from one text, "name|body|parameter|parameter". The text is changed: its escape
+  /// characters go and its fields are cut off. Null is ignored.
   void SetExpressionWithVariable(char *text);
-  /// Replaces the list by the user functions of the function tables, the system's first. 1 when at least one was
-  /// added, else 0.
+  /// Replaces the list by the user functions of the function tables, the system's first. 1 when at least one
+  /// was added, else 0.
   int ReadFunction();
 
   std::unique_ptr<SFunction[]> Data;
