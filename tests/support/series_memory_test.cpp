@@ -169,11 +169,17 @@ TEST(SeriesBlocks, LeaveNothingBehind) {
       {"SetStartIndex", [](SVector &s) { s.SetStartIndex(0), std::fill_n(s.data, 100, 5.0); }},
       {"copy",
        [](SVector &s) {
-         s = Series({5, 5, 5});
+         const SVector other = Series(Values(99, 5.0));
+         s = other;
        }},
       {"copy with a later start", [](SVector &s) { s = 5.0, s = Series(Values(100, 5.0)).CopyFrom(60); }},
       {"move", [](SVector &s) { s.RaiseStart(0), s[0] = 5.0, s = SVector(std::move(s)); }},
       {"in place", [](SVector &s) { s = 5.0, s.RaiseStart(0), VecPlus(s, s, SVector(1.0)); }},
+      {"in place, a partial copy",
+       [](SVector &s) {
+         s = Series(Values(100, 5.0)).CopyFrom(60);
+         VecNot(s, s);
+       }},
       {"in place, later", [](SVector &s) { s = 5.0, s.SetStartIndex(70), VecPlus(s, s, SVector(1.0)); }},
   };
   for (const auto &c : cases) {
@@ -184,9 +190,13 @@ TEST(SeriesBlocks, LeaveNothingBehind) {
         series.BeginResult(100, 100);
         c.write(series);
       }
-      const double *block = AcquireBlock(100, 100);
-      EXPECT_EQ(std::count(block, block + 100, 0.0), 100);
-      ReleaseBlock(const_cast<double *>(block), 100, 100);
+      // As many as may wait.
+      std::vector<double *> blocks;
+      for (int i = 0; i < 8; ++i) blocks.push_back(AcquireBlock(100, 100));
+      for (double *block : blocks) {
+        EXPECT_EQ(std::count(block, block + 100, 0.0), 100);
+        ReleaseBlock(block, 100, 100);
+      }
     });
   }
 }

@@ -263,8 +263,9 @@ TEST(SeriesAdd, GrowsByAThousand) {
   SVector constant(2.0);
   constant.Add(3.0);
   ExpectSeries(constant, {2, 3}, 0);
+  const SVector two(2.0);
   SVector roomy(50);
-  roomy = SVector(2.0);
+  roomy = two;
   roomy.Add(3.0);
   ExpectSeries(roomy, {2, 3}, 0);
 }

@@ -269,11 +269,10 @@ void SVector::BeginResult(int n, int start) {
 }
 
 void SVector::RaiseStart(int start) {
-  const int end = std::min(start, size);
-  if (end > firstWritten_) {
-    std::fill(data + firstWritten_, data + end, 0.0);
-    firstWritten_ = end;
-  }
+  const int begin = std::clamp(start, 0, size);
+  if (begin > firstWritten_) std::fill(data + firstWritten_, data + begin, 0.0);
+  // Also where less was written so far: a copy may know of fewer elements than its start index says.
+  firstWritten_ = begin;
   startIndex = start;
   InitTemp();
 }

@@ -196,7 +196,7 @@ class TROVENU_API SVector {
   /// A copy that carries over only the elements from `from` on; those before read as 0.0.
   SVector CopyFrom(int from) const;
   /// Sets every element below `start` to 0.0 and the start index to `start`: for a result that is computed in
-  /// place.
+  /// place. The caller may write every element from `start` on.
   void RaiseStart(int start);
   /// @}
 
