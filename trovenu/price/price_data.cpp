@@ -7,7 +7,6 @@
 namespace trovenu {
 namespace {
 
-constexpr int kDefaultPeriod = 2;
 // A scale mode of one symbol's prices; another symbol has the usual one again.
 constexpr int kScaleOfSymbol = 2;
 // The first of the theme's colours of lines; each overlay has one of them for all its lines.
@@ -31,17 +30,13 @@ double SmallerOf(double close, double low) { return close < low ? close : low; }
 }  // namespace
 
 SPriceData::SPriceData()
-    : MarketType(0),
-      ChartCycle(1.0),
-      ChartPeriod(kDefaultPeriod),
-      TickSize(1.0),
-      property(std::make_unique<SPriceProperty>()),
-      lines(std::make_unique<SSRLines>()) {
+    : property(std::make_unique<SPriceProperty>()), lines(std::make_unique<SSRLines>()) {
   SetToDefault();
 }
 
 SPriceData::SPriceData(const SPriceData &other) : SPriceData() { *this = other; }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): every member takes an assignment from itself.
 SPriceData &SPriceData::operator=(const SPriceData &other) {
   CopyOwned(baseInfo, other.baseInfo, &SBaseInfo::Reset);
   CopyOwned(lines, other.lines, &SSRLines::Clear);

@@ -129,7 +129,7 @@ class TROVENU_API SPriceData : public SBaseData {
   /// The host's.
   int hostMark = 0;
   /// Kind of market, as the host has it.
-  int MarketType;
+  int MarketType = 0;
   SString SymbolName;
   SString SymbolCode;
   /// A further text of the host's; copied, never stored.
@@ -137,9 +137,9 @@ class TROVENU_API SPriceData : public SBaseData {
   /// Underlying or real symbol.
   SString RealSymbol;
   /// Units in one bar.
-  double ChartCycle;
+  double ChartCycle = 1.0;
   /// Unit of a bar. 0 is a trade; the host gives the others their meaning.
-  int ChartPeriod;
+  int ChartPeriod = 2;
   /// 1 once a close has been added or inserted.
   int dataFlag = 0;
   /// Older bars until `InsertDataEnd`: close, open, high, low, volume, date, open interest, amount, event
@@ -153,7 +153,7 @@ class TROVENU_API SPriceData : public SBaseData {
   /// 1 once an event has come or a batch has been inserted.
   int eventFlag = 0;
   /// Smallest price step.
-  double TickSize;
+  double TickSize = 1.0;
   /// How the price chart looks; never null.
   std::unique_ptr<SPriceProperty> property;
   /// What the net chart draws over the prices. Their series are emptied with the bars; the host binds them.

@@ -47,7 +47,7 @@ int SPriceDataList::Add() {
 int SPriceDataList::Add(const SPriceData &symbol) {
   if (count >= capacity) {
     // The symbol may be one of this list, which is about to move.
-    const SPriceData copy(symbol);
+    const SPriceData copy(symbol);  // NOLINT(performance-unnecessary-copy-initialization)
     return GrowFullList(data, count, capacity, growStep) ? Add(copy) : -1;
   }
   SPriceData &added = data.get()[count];

@@ -164,6 +164,7 @@ SPriceProperty::SPriceProperty() {
 
 SPriceProperty::SPriceProperty(const SPriceProperty &other) : SPriceProperty() { *this = other; }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): every member takes an assignment from itself.
 SPriceProperty &SPriceProperty::operator=(const SPriceProperty &other) {
   Use128Scale = other.Use128Scale;
   initFlag = other.initFlag;

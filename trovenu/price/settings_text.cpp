@@ -59,12 +59,12 @@ constexpr Field<SSRLines> kAlarmFields[] = {
     {"라인유형"_kr, &SSRLines::LineStyle},   {"화면 표시"_kr, &SSRLines::ShowAlarmLine},
     {"표시위치"_kr, &SSRLines::TextPos},
 };
-constexpr ElementField<SSRLines, SSRLines::kLines> kLineFields[] = {
+constexpr NumberElementField<SSRLines, SSRLines::kLines> kLineFields[] = {
     {"선색상"_kr, &SSRLines::LineColor},
     {"선보기"_kr, &SSRLines::ShowLine},
     {"선굵기"_kr, &SSRLines::LineThick},
 };
-constexpr ElementField<SSRLines, SSRLines::kLines> kUserLine = {"기준값"_kr, &SSRLines::LineValue};
+constexpr NumberElementField<SSRLines, SSRLines::kLines> kUserLine = {"기준값"_kr, &SSRLines::LineValue};
 
 // The text is walked in one way for reading and for writing.
 struct ReadingWay {
@@ -72,9 +72,9 @@ struct ReadingWay {
   static void Transfer(Section section, const Fields &fields, Owner &object, const Owner &defaults) {
     LoadFields(section, fields, object, defaults);
   }
-  template <class Owner, int kCount>
-  static void Transfer(Section section, const std::string &key, const ElementField<Owner, kCount> &field,
-                       int i, Owner &object, const Owner &defaults) {
+  template <class Element, class Owner>
+  static void Transfer(Section section, const std::string &key, const Element &field, int i, Owner &object,
+                       const Owner &defaults) {
     LoadElement(section, key.c_str(), field, i, object, defaults);
   }
 };
@@ -84,9 +84,9 @@ struct WritingWay {
   static void Transfer(Section section, const Fields &fields, const Owner &object, const Owner &defaults) {
     StoreFields(section, fields, object, defaults);
   }
-  template <class Owner, int kCount>
-  static void Transfer(Section section, const std::string &key, const ElementField<Owner, kCount> &field,
-                       int i, const Owner &object, const Owner &defaults) {
+  template <class Element, class Owner>
+  static void Transfer(Section section, const std::string &key, const Element &field, int i,
+                       const Owner &object, const Owner &defaults) {
     StoreElement(section, key.c_str(), field, i, object, defaults);
   }
 };

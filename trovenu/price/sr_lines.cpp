@@ -30,14 +30,14 @@ constexpr Field<SSRLines> kOptions[] = {
     {"LineStyle", &SSRLines::LineStyle, 0},         {"TextPos", &SSRLines::TextPos, 2},
 };
 
-constexpr ElementField<SSRLines, SSRLines::kLines> kLineFields[] = {
+constexpr NumberElementField<SSRLines, SSRLines::kLines> kLineFields[] = {
     {"LineValue", &SSRLines::LineValue, false}, {"ShowLine", &SSRLines::ShowLine},
     {"LineThick", &SSRLines::LineThick},        {"ShowAlert", &SSRLines::ShowAlert},
     {"LineColor", &SSRLines::LineColor},
 };
 
 // What the settings file has of each line.
-constexpr ElementField<SSRLines, SSRLines::kLines> kSettingFields[] = {
+constexpr NumberElementField<SSRLines, SSRLines::kLines> kSettingFields[] = {
     {"ShowLine", &SSRLines::ShowLine},
     {"LineColor", &SSRLines::LineColor},
     {"LineThick", &SSRLines::LineThick},

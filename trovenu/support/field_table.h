@@ -34,17 +34,23 @@ struct Field {
   bool compared = true;
 };
 
+/// A pointer to an array of a class; the values are of one of these types.
+template <class Owner, int kCount, class... Value>
+using ArrayMember = std::variant<Value (Owner::*)[kCount]...>;
+
 /// An array of `kCount` fields of a class, the elements of which have the same key but for their number.
-template <class Owner, int kCount>
+template <class Owner, int kCount, class Member = ArrayMember<Owner, kCount, int, double, Color, SString>>
 struct ElementField {
   static constexpr int kElements = kCount;
 
   const char *key;
-  std::variant<int (Owner::*)[kCount], double (Owner::*)[kCount], Color (Owner::*)[kCount],
-               SString (Owner::*)[kCount]>
-      member;
+  Member member;
   bool compared = true;
 };
+
+/// The same for a class without texts. (GCC warns where a text would not fit into the class.)
+template <class Owner, int kCount>
+using NumberElementField = ElementField<Owner, kCount, ArrayMember<Owner, kCount, int, double, Color>>;
 
 /// The category of an object in an archive: the name alone for the index -1, else with the index behind it.
 inline std::string CategoryName(const char *name, int index) {
@@ -146,16 +152,16 @@ bool EqualFields(const Fields &fields, const Owner &a, const Owner &b) {
 /// @{
 
 /// Reads element `i` of one array under the given key.
-template <class Store, class Owner, int kCount>
-void LoadElement(Store &store, const char *key, const ElementField<Owner, kCount> &field, int i,
-                 Owner &object, const Owner &defaults) {
+template <class Store, class Element, class Owner>
+void LoadElement(Store &store, const char *key, const Element &field, int i, Owner &object,
+                 const Owner &defaults) {
   std::visit([&](auto member) { LoadValue(store, key, (object.*member)[i], (defaults.*member)[i]); },
              field.member);
 }
 
-template <class Store, class Owner, int kCount>
-void StoreElement(Store &store, const char *key, const ElementField<Owner, kCount> &field, int i,
-                  const Owner &object, const Owner &defaults) {
+template <class Store, class Element, class Owner>
+void StoreElement(Store &store, const char *key, const Element &field, int i, const Owner &object,
+                  const Owner &defaults) {
   std::visit([&](auto member) { StoreValue(store, key, (object.*member)[i], (defaults.*member)[i]); },
              field.member);
 }
