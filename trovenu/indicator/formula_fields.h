@@ -44,7 +44,7 @@ class FormulaField {
 const std::vector<FormulaField> &FormulaFields(int kind);
 
 /// Sets the written fields of the record at the place, except `kept`, which may be null, and those that the
-/// table lacks. False if the record can't be set or a text is too long for its field.
+/// table lacks. False if a text is too long for its field.
 bool SetFormulaFields(DDB &table, const SIndex &index, int kind, const char *kept);
 
 }  // namespace trovenu
