@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <bit>
+#include <cstdlib>
 #include <cstring>
 
 #include "trovenu/platform/font_metric.h"
@@ -37,7 +38,7 @@ class DesktopContext {
 
 HFONT CreatePointFont(HDC context, const FontRequest &font) {
   LOGFONTA wanted = {};
-  wanted.lfHeight = -MulDiv(font.tenths, GetDeviceCaps(context, LOGPIXELSY), kTenthsPerInch);
+  wanted.lfHeight = -std::abs(MulDiv(font.tenths, GetDeviceCaps(context, LOGPIXELSY), kTenthsPerInch));
   wanted.lfCharSet = font.charSet;
   std::strncpy(wanted.lfFaceName, font.face, LF_FACESIZE - 1);
   return CreateFontIndirectA(&wanted);
