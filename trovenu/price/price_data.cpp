@@ -29,8 +29,7 @@ double SmallerOf(double close, double low) { return close < low ? close : low; }
 
 }  // namespace
 
-SPriceData::SPriceData()
-    : property(std::make_unique<SPriceProperty>()), lines(std::make_unique<SSRLines>()) {
+SPriceData::SPriceData() : property(std::make_unique<SPriceProperty>()), lines(std::make_unique<SSRLines>()) {
   SetToDefault();
 }
 
