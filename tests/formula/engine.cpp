@@ -56,8 +56,10 @@ Bars RandomBars(int count, std::uint32_t seed) {
 std::string Readable(const std::string &codePage) { return Utf8FromCodePage(codePage, nullptr); }
 
 std::vector<double> ValuesOf(const SVector &series) {
-  std::vector<double> values;
-  for (int i = 0; i < series.GetSize(); ++i) values.push_back(i < series.GetStartIndex() ? 0.0 : series[i]);
+  std::vector<double> values(static_cast<std::size_t>(series.GetSize()));
+  for (int i = std::max(series.GetStartIndex(), 0); i < series.GetSize(); ++i) {
+    values[static_cast<std::size_t>(i)] = series[i];
+  }
   return values;
 }
 

@@ -169,7 +169,7 @@ class RandomText {
     std::string text = source_.Next();
     for (int changes = 1 + UpTo(4); changes > 0 && !text.empty(); --changes) {
       const auto at = static_cast<std::size_t>(UpTo(static_cast<int>(text.size())));
-      const auto length = static_cast<std::size_t>(1 + UpTo(UpTo(8) == 0 ? 60 : 3));
+      const auto length = static_cast<std::size_t>(UpTo(UpTo(8) == 0 ? 60 : 3)) + 1;
       switch (UpTo(4)) {
         case 0:
           text.erase(at, length);

@@ -141,7 +141,7 @@ SVector NaiveEvaluator::Primary() {
   SkipBlanks();
   if (*at_ == '=' && at_[1] != '=') {
     ++at_;
-    const SVector value = Logic();
+    SVector value = Logic();
     variables_.insert_or_assign(name, value);
     return value;
   }
