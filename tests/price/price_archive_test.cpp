@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/price/stored_values.h"
+#include "trovenu/price/chart_pane.h"
+#include "trovenu/price/chart_property.h"
 #include "trovenu/price/price_data.h"
-#include "trovenu/support/korean.h"
 
 namespace trovenu {
 namespace {
@@ -13,78 +14,53 @@ using tests::StoredBy;
 using tests::StoredValue;
 using tests::ValuesOf;
 
-constexpr const char *kKeys =
-    "ID MarketType SymbolName SymbolCode RealSymbol ChartCycle ChartPeriod TickSize";
-
-TEST(PriceArchive, StoresKeysInOrderUnderTheirCategories) {
-  const SPriceData data;
-  std::vector<StoredValue> values = StoredBy(data, 3);
-  EXPECT_EQ(KeysOf(values, "PriceData3"), kKeys);
-  EXPECT_EQ(KeysOf(values, "SSRLines3").substr(0, 27), "ShowAlarmLine ShowAlarmDlg ");
-  EXPECT_EQ(KeysOf(values, "PriceProperty3").substr(0, 27), "BlUse128Scale ShowBaseLine0");
-  EXPECT_EQ(values.front().category, "PriceData3");
-  EXPECT_EQ(values.back().category, "PriceProperty3");
-
-  values = StoredBy(data, -1);
-  EXPECT_EQ(KeysOf(values, "PriceData"), kKeys);
-  EXPECT_NE(KeysOf(values, "SSRLines"), "");
-  EXPECT_NE(KeysOf(values, "PriceProperty"), "");
+TEST(PriceArchive, KeysInOrder) {
+  const std::string pane =
+      "ChartID WidthRatio HeightRatio LeftLabelIndex RightLabelIndex ChartName BlDeleble BlShowUnit BlShow";
+  const std::string price = "ID MarketType SymbolName SymbolCode RealSymbol ChartCycle ChartPeriod TickSize";
+  const std::string lines =
+      "ShowAlarmLine ShowAlarmDlg ShowTitle ShowValue LineStyle TextPos 0.LineValue 0.ShowLine 0.LineThick "
+      "0.ShowAlert 0.LineColor 1.LineValue ";
+  const std::string property =
+      "BlUse128Scale ShowBaseLine0 ShowBaseLine1 ShowBaseLine2 ShowBaseLine3 0.WhiteLineColor "
+      "0.WhiteLineFill 0.BlackLineColor 0.BlackLineFill 0.VolumeAtPriceColor 0.Name1 0.Value1 0.Name2 "
+      "0.Value2 0.Default1 0.Default2 0.BlWhiteLineColor 0.BlWhiteLineFill 0.BlBlackLineColor "
+      "0.BlBlackLineFill 0.BlVolumeAtPrice 0.BlVolumeDisp 0.BlName1 0.BlValue1 0.BlName2 0.BlValue2 "
+      "1.WhiteLineColor ";
+  const std::string end =
+      " 17.BlValue2 MinMaxY UserMin UserMax LogY InvertY ShowLH ShowLC ShowHC PriceChartType LineStyle "
+      "LineThick LineCompare";
+  for (const int number : {-1, 0, 12}) {
+    const std::string suffix = number < 0 ? "" : std::to_string(number);
+    const std::vector<StoredValue> values = StoredBy(SPriceData(), number);
+    EXPECT_EQ(KeysOf(values, "PriceData" + suffix), price);
+    EXPECT_TRUE(KeysOf(values, "SSRLines" + suffix).starts_with(lines));
+    EXPECT_TRUE(KeysOf(values, "PriceProperty" + suffix).starts_with(property));
+    EXPECT_TRUE(KeysOf(values, "PriceProperty" + suffix).ends_with(end));
+    EXPECT_EQ(values.size(), 8U + 6 + 28 * 5 + 5 + 18 * 21 + 12);
+    EXPECT_EQ(KeysOf(StoredBy(SChartProp(), number), "Chart" + suffix), pane);
+  }
 }
 
-TEST(PriceArchive, EveryKeyComesBack) {
-  CKqArchive archive = Renumbered(StoredBy(SPriceData(), 0));
-  SPriceData data;
-  data.lines = nullptr;
-  data.Load(archive, 0);
-  EXPECT_EQ(StoredBy(data, 0), ValuesOf(archive));
-}
-
-TEST(PriceArchive, MissingKeysGiveTheDefaults) {
-  CKqArchive full = Renumbered(StoredBy(SPriceData(), 0));
-  SPriceData data;
-  data.Load(full, 0);
+// Every key comes back, and a missing one gives the default of a new object.
+template <class Object, class... Index>
+void ExpectRoundTrip(Index... index) {
+  const std::vector<StoredValue> fresh = StoredBy(Object(), index...);
+  CKqArchive archive = Renumbered(fresh);
   CKqArchive empty;
-  data.Load(empty, 0);
-  EXPECT_EQ(StoredBy(data, 0), StoredBy(SPriceData(), 0));
-  EXPECT_EQ(data.ID, -1);
-  EXPECT_EQ(data.ChartPeriod, 2);
-  EXPECT_EQ(data.ChartCycle, 1.0);
-  EXPECT_EQ(data.TickSize, 1.0);
+  Object object;
+  object.Load(archive, index...);
+  EXPECT_EQ(StoredBy(object, index...), ValuesOf(archive));
+  object.Load(empty, index...);
+  EXPECT_EQ(StoredBy(object, index...), fresh);
 }
 
-TEST(PriceArchive, KeepsWhatAChartIsAndNotItsData) {
-  SPriceData data;
-  data.AddData(SPriceData::kClose, 5.0);
-  data.AddData(SPriceData::kEventDate, 20240102.0);
-  data.SetBaseInfoValue(0, 7.0);
-  data.symbolText = "text";
-  data.hostMark = 1;
-  data.hostValue = 2.0;
-  data.SymbolName = "한국전자"_kr;
-  data.TickSize = 0.05;
-  data.ID = 4;
-  CKqArchive archive;
-  data.Store(archive, 0);
-  SPriceData loaded;
-  loaded.Load(archive, 0);
-  EXPECT_TRUE(loaded.SymbolName == "한국전자"_kr);
-  EXPECT_EQ(loaded.TickSize, 0.05);
-  EXPECT_EQ(loaded.ID, 4);
-  EXPECT_EQ(loaded.close.GetSize(), 0);
-  EXPECT_EQ(loaded.eventDate.GetSize(), 0);
-  EXPECT_EQ(loaded.baseInfo, nullptr);
-  EXPECT_EQ(loaded.symbolText.Length(), 0);
-  EXPECT_EQ(loaded.hostMark, 0);
-  EXPECT_EQ(loaded.hostValue, 0.0);
-  EXPECT_EQ(loaded.dataFlag, 0);
-}
-
-TEST(PriceArchive, MissingLinesAreNotStored) {
-  SPriceData data;
-  data.lines = nullptr;
-  const std::vector<StoredValue> values = StoredBy(data, 0);
-  EXPECT_EQ(KeysOf(values, "SSRLines0"), "");
-  EXPECT_EQ(KeysOf(values, "PriceData0"), kKeys);
+TEST(PriceArchive, EveryKeyComesBackAndAMissingOneGivesTheDefault) {
+  ExpectRoundTrip<SPriceData>(0);
+  ExpectRoundTrip<SPriceProperty>(7);
+  ExpectRoundTrip<SSRLines>(-1);
+  ExpectRoundTrip<SChartProp>(5);
+  ExpectRoundTrip<SChartProperty>();
 }
 
 TEST(PriceArchive, ThemeLeavesTheLinesOut) {
@@ -93,21 +69,14 @@ TEST(PriceArchive, ThemeLeavesTheLinesOut) {
   data.LoadTheme(archive, 2);
   EXPECT_TRUE(*data.lines == SSRLines());
   EXPECT_EQ(data.ID, 1001);
-
   CKqArchive theme;
   data.StoreTheme(theme, 2);
-  const std::vector<StoredValue> values = ValuesOf(theme);
-  EXPECT_EQ(KeysOf(values, "PriceData2"), kKeys);
-  EXPECT_EQ(KeysOf(values, "SSRLines2"), "");
-  EXPECT_EQ(KeysOf(values, "PriceProperty2"), KeysOf(ValuesOf(archive), "PriceProperty2"));
-  for (const StoredValue &stored : values) {
-    EXPECT_TRUE(stored.key != "LineCompare" || stored.value != "0");
-  }
-
-  SPriceData bare;
-  bare.lines = nullptr;
-  bare.LoadTheme(archive, 2);
-  EXPECT_EQ(bare.lines, nullptr);
+  EXPECT_EQ(KeysOf(ValuesOf(theme), "SSRLines2"), "");
+  EXPECT_EQ(KeysOf(ValuesOf(theme), "PriceProperty2"), KeysOf(ValuesOf(archive), "PriceProperty2"));
+  data.lines = nullptr;
+  EXPECT_EQ(KeysOf(StoredBy(data, 0), "SSRLines0"), "");
+  data.LoadTheme(archive, 2);
+  EXPECT_EQ(data.lines, nullptr);
 }
 
 }  // namespace
