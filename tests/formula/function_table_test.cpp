@@ -273,31 +273,5 @@ TEST(FunctionTable, EveryFunctionIsSafeAndLeavesNoElementUnset) {
   }
 }
 
-TEST(FunctionTable, FlatSeriesAreExact) {
-  Bars bars;
-  for (SVector *series : bars.Columns()) {
-    for (int i = 0; i < 300; ++i) series->Add(0.1);
-  }
-  for (const char *formula : {"avg(c)", "eavg(c)", "wavg(c)"}) {
-    const SVector result = Evaluate(bars, formula);
-    for (int i = 0; i < 300; ++i) ASSERT_EQ(result[i], 0.1) << formula << ", bar " << i;
-  }
-  for (const int n : {1, 2, 3, 4, 5, 7, 10, 20, 31, 64, 100, 299, 300}) {
-    const std::string period = std::to_string(n);
-    for (const char *name : {"avg", "eavg", "wavg", "tavg", "gavg", "havg", "highest", "lowest"}) {
-      const std::string formula = std::string(name) + "(c," + period + ")";
-      const SVector result = Evaluate(bars, formula.c_str());
-      ASSERT_EQ(result.GetStartIndex(), n - 1) << formula;
-      for (int i = n - 1; i < 300; ++i) ASSERT_EQ(result[i], 0.1) << formula << ", bar " << i;
-    }
-    for (const std::string &formula :
-         {"stdev(c," + period + ")", "cci(" + period + ")", "LinearRegressionSlope(c," + period + ")",
-          "RSquared(c," + period + ")", "Correlation(c,o," + period + ")"}) {
-      const SVector result = Evaluate(bars, formula.c_str());
-      for (int i = n - 1; i < 300; ++i) ASSERT_EQ(result[i], 0.0) << formula << ", bar " << i;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace trovenu::tests

@@ -51,49 +51,35 @@ TEST(Lexer, ReadsTokens) {
     const char *text;
     const char *tokens;
   } kCases[] = {
-      {"", "PRINT"},
       {"c", "c PRINT"},
-      {"c;", "c PRINT"},
       {"+-*/%(),^", "PLUS MINUS MUL DIV MOD LP RP COMMA CARET PRINT"},
       {"a<b a<=b a>b a>=b", "a LT b a LE b a GT b a GE b PRINT"},
       {"a==b a!=b a<>b a=b", "a EQ b a NE b a NE b a ASSIGN b PRINT"},
       {"===", "EQ ASSIGN PRINT"},
       {"!a !=a ! =a", "NOT a NE a NOT ASSIGN a PRINT"},
-      {"a&&b||c", "a AND b OR c PRINT"},
-      {"a and b or c", "a AND b OR c PRINT"},
       {"a AND b Or c nOT d", "a AND b OR c NOT d PRINT"},
       {"a 그리고 b 또는 부정 c"_kr, "a AND b OR NOT c PRINT"},
       {"종가(1)"_kr, "종가 LP 1 RP PRINT"_kr},
-      {"그리고종"_kr, "그리고종 PRINT"_kr},
       {"orc andy notx and1", "orc andy notx and1 PRINT"},
       {"x_1 a1b_", "x_1 a1b_ PRINT"},
       {"_x", "PRINT"},
       {"1 23 4.5 0.25", "1 23 4.5 0.25 PRINT"},
       {"1.2.3", "1.2 PRINT"},
-      {"7.", "7 PRINT"},
       {"007", "7 PRINT"},
-      {"1e5", "1 e5 PRINT"},
       {"2x", "2 x PRINT"},
       {"\t\n\v\r 1", "1 PRINT"},
       {"a// b\nc", "a c PRINT"},
-      {"a// b", "a PRINT"},
       {"a//b\rc", "a PRINT"},
       {"a/* b\n */c/**/d", "a c d PRINT"},
       {"a/*/b*/c", "a c PRINT"},
       {"a/* /* b */ c", "a c PRINT"},
       {"a/* b", "a PRINT"},
-      {"a/*", "a PRINT"},
       {"// a\n/* b */ // c\n d", "d PRINT"},
-      {"a / b", "a DIV b PRINT"},
       {"a/", "a DIV PRINT"},
       {"a*/b", "a MUL DIV b PRINT"},
       // What starts no token.
-      {"\"c\"", "PRINT"},
-      {".5", "PRINT"},
       {"#", "PRINT"},
       {"\f", "PRINT"},
-      {"\x80", "PRINT"},
-      {"\xA0", "PRINT"},
       {"\xFF", "PRINT"},
       // The range of Korean bytes, one by one and without pairs.
       {"\xA1 \xFE \xB0 \xB0z", "\xA1 \xFE \xB0 \xB0z PRINT"},
@@ -136,31 +122,6 @@ TEST(Lexer, RequiredAPeekedWordEndsAtItsFirstUnderscore) {
   // So a keyword swallows what follows it behind an underscore.
   EXPECT_EQ(Tokens(calc, "and_x OR_1_2 not_"), "AND OR NOT PRINT");
   EXPECT_EQ(Readable(Tokens(calc, "그리고_가 x_and"_kr)), "AND x_and PRINT");
-}
-
-TEST(Lexer, ANameThatDoesNotStartAWordIsEmpty) {
-  SCalc calc;
-  for (const char *text : {"", "1a", "_a", " a", "+"}) {
-    calc.SetExpression(text);
-    EXPECT_STREQ(calc.PeekName(calc.readPointer), "") << text;
-    EXPECT_STREQ(calc.GetName(calc.readPointer), "") << text;
-    EXPECT_EQ(calc.readPointer, calc.expression) << text;
-  }
-  EXPECT_STREQ(calc.PeekName(nullptr), "");
-}
-
-TEST(Lexer, StaysOnWhatStartsNoToken) {
-  SCalc calc;
-  calc.SetExpression("a # b");
-  EXPECT_EQ(calc.GetToken(), NAME);
-  EXPECT_EQ(calc.GetToken(), PRINT);
-  EXPECT_EQ(calc.GetToken(), PRINT);
-  EXPECT_EQ(calc.readPointer, calc.expression + 2);
-  calc.SetExpression("a");
-  EXPECT_EQ(calc.GetToken(), NAME);
-  EXPECT_EQ(calc.GetToken(), PRINT);
-  EXPECT_EQ(calc.GetToken(), PRINT);
-  EXPECT_EQ(calc.readPointer, calc.expression + 1);
 }
 
 TEST(Lexer, RequiredWhiteSpaceHoldsAtMostOneComment) {

@@ -6,7 +6,6 @@
 #include "tests/formula/bars.h"
 #include "trovenu/formula/messages.h"
 #include "trovenu/formula/user_function_list.h"
-#include "trovenu/support/string_list.h"
 
 namespace trovenu::tests {
 namespace {
@@ -119,50 +118,6 @@ TEST_F(UserCall, ReportsFaults) {
   list_.Add(MakeFunction("long", std::string(kExpressionBytes, ' ').c_str()));
   Evaluate("long()");
   EXPECT_STREQ(calc_.errorText.c_str(), messages::kFormulaTooLong);
-}
-
-TEST_F(UserCall, AnEmptyBodyGivesAnEmptySeries) {
-  const SVector result = Evaluate("nothing()");
-  EXPECT_EQ(calc_.errorCount, 0);
-  EXPECT_EQ(result.GetSize(), 0);
-}
-
-TEST_F(UserCall, RecordsTheFunctionsThatWereCalled) {
-  SAnsiStringList history;
-  calc_.SetFuncHist(&history);
-  Last("avg2(next(1), Seven())");
-  ASSERT_EQ(history.GetSize(), 3);
-  EXPECT_STREQ(history[0].c_str(), "next");
-  EXPECT_STREQ(history[1].c_str(), "Seven");
-  EXPECT_STREQ(history[2].c_str(), "avg2");
-}
-
-TEST_F(UserCall, WithoutAListNoNameIsAFunction) {
-  SCalc calc;
-  EXPECT_FALSE(calc.IsUserFunction("seven"));
-  EXPECT_TRUE(calc_.IsUserFunction("SEVEN"));
-  EXPECT_EQ(calc_.FindFunction("seven"), 2);
-  EXPECT_EQ(calc_.FindFunction("unknown"), -1);
-}
-
-TEST(FunctionList, GrowsInItsSteps) {
-  SFunctionList list;
-  EXPECT_EQ(list.MaxSize, 100);
-  for (int i = 0; i < 101; ++i) list.Add(MakeFunction("f", ""));
-  EXPECT_EQ(list.MaxSize, 200);
-  list.SetMaxSize(50);
-  EXPECT_EQ(list.MaxSize, 200);
-  list.SetMaxSize(250);
-  EXPECT_EQ(list.MaxSize, 250);
-  list.Add(list[0]);
-  EXPECT_EQ(list.Size, 102);
-  SFunctionList other;
-  other = list;
-  EXPECT_EQ(other.Size, 102);
-  EXPECT_EQ(other.MaxSize, 120);
-  list.Clear();
-  EXPECT_EQ(list.MaxSize, 20);
-  EXPECT_EQ(list.GrowBy, 20);
 }
 
 // Required: an index past the end lowers the size as well.

@@ -52,20 +52,5 @@ TEST(UserFunctionTable, ReadsBothTablesTheSystemsFirst) {
   EXPECT_STREQ(list[2].Expression.c_str(), "x+1");
 }
 
-TEST(UserFunctionTable, WithoutTablesTheListIsEmpty) {
-  const IndexFolder folder;
-  SFunctionList list;
-  list.Add(SFunction());
-  EXPECT_EQ(list.ReadFunction(), 0);
-  EXPECT_EQ(list.Size, 0);
-
-  // One of the two is enough.
-  ASSERT_TRUE(CreateFormulaTable(kFunctionIndex, getUserDBFileName(kFunctionIndex).c_str()));
-  EXPECT_EQ(list.ReadFunction(), 0);
-  WriteFunction("f", "c", 0);
-  EXPECT_EQ(list.ReadFunction(), 1);
-  EXPECT_EQ(list.Size, 1);
-}
-
 }  // namespace
 }  // namespace trovenu
