@@ -19,8 +19,7 @@ IniText Parsed(std::string_view text) {
 }
 
 std::string ValueOf(const IniText &ini, std::string_view section, std::string_view key) {
-  const std::string *value = ini.Find(section, key);
-  return value == nullptr ? "(none)" : *value;
+  return ini.Find(section, key).value_or("(none)");
 }
 
 TEST(IniTextTest, ReadsWhatPeopleWrite) {

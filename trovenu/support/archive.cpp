@@ -16,8 +16,8 @@ double CKqArchive::GetDbl(const char *key, double defaultValue) const {
 }
 
 SString CKqArchive::GetStr(const char *key, const char *defaultValue) const {
-  const std::string *value = text_.Find(category_, ViewOf(key));
-  return value != nullptr ? SString(std::string_view(*value)) : SString(defaultValue);
+  const auto value = text_.Find(category_, ViewOf(key));
+  return value ? SString(std::string_view(*value)) : SString(defaultValue);
 }
 
 void CKqArchive::SetInt(const char *key, int value, int) { text_.SetInt(category_, ViewOf(key), value); }

@@ -26,8 +26,8 @@ double CIniMemFile::GetDouble(const char *section, const char *key, double defau
 }
 
 SString CIniMemFile::GetString(const char *section, const char *key, const char *defaultValue) const {
-  const std::string *value = text_.Find(ViewOf(section), ViewOf(key));
-  return value != nullptr ? SString(std::string_view(*value)) : SString(defaultValue);
+  const auto value = text_.Find(ViewOf(section), ViewOf(key));
+  return value ? SString(std::string_view(*value)) : SString(defaultValue);
 }
 
 void CIniMemFile::WriteInt(const char *section, const char *key, int value) {

@@ -94,9 +94,11 @@ std::optional<IniKeyLine> ReadIniKey(std::string_view line) {
                             : std::string(Trimmed(line.substr(begin, equals - begin)));
   parts.valueAt = SkipBlanks(line, equals + 1);
   parts.valueSize = EndWithoutBlanks(line, parts.valueAt, line.size()) - parts.valueAt;
-  const std::string_view value = line.substr(parts.valueAt, parts.valueSize);
-  parts.value = IsQuoted(value) ? Unescaped(value.substr(1, value.size() - 2)) : std::string(value);
   return parts;
+}
+
+std::string ReadIniValue(std::string_view written) {
+  return IsQuoted(written) ? Unescaped(written.substr(1, written.size() - 2)) : std::string(written);
 }
 
 std::optional<std::string> ReadIniSection(std::string_view line) {

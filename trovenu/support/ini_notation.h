@@ -13,13 +13,15 @@ namespace trovenu {
 /// The parts of a line "key = value".
 struct IniKeyLine {
   std::string key;
-  std::string value;
   std::size_t valueAt;  // where the value stands in the line, its quotes included
   std::size_t valueSize;
 };
 
 /// The key line that `line`, without its line end, is; nothing if it is none.
 std::optional<IniKeyLine> ReadIniKey(std::string_view line);
+
+/// The value that stands in a key line as `written`.
+std::string ReadIniValue(std::string_view written);
 
 /// The name in a line "[name]"; nothing if it is none. A missing bracket at the end is overlooked.
 std::optional<std::string> ReadIniSection(std::string_view line);

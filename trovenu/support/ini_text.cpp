@@ -1,5 +1,6 @@
 #include "trovenu/support/ini_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -32,8 +33,8 @@ std::string LineEndOf(std::string_view text) {
   return end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
 }
 
-std::optional<double> NumberIn(const std::string *value) {
-  if (value == nullptr) return {};
+std::optional<double> NumberIn(const std::optional<std::string> &value) {
+  if (!value) return {};
   const std::string_view text = *value;
   double number = 0.0;
   if (const std::size_t size = ParseNumber(text, &number); size > 0 && size == text.size()) {
@@ -57,6 +58,7 @@ void IniText::Parse(std::string_view text) {
   lineEnd_ = LineEndOf(text);
   sections_.emplace_back();
   sectionIndexes_.emplace("", 0);
+  places_.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '=')));
   while (!text.empty()) {
     const std::size_t end = text.find('\n');
     const std::string_view line = text.substr(0, end == text.npos ? end : end + 1);
@@ -69,17 +71,15 @@ void IniText::AddLine(std::string_view text) {
   const std::string_view line = WithoutLineEnd(text);
   if (const auto name = ReadIniSection(line)) return AddSection(*name, std::string(text));
   Section &section = sections_.back();
-  section.lines.push_back({std::string(text), false, {}, {}, 0, 0});
-  auto parts = ReadIniKey(line);
+  section.lines.push_back({std::string(text), false, 0, 0});
+  const auto parts = ReadIniKey(line);
   if (!parts) return;
   Line &added = section.lines.back();
   added.isKey = true;
-  added.key = std::move(parts->key);
-  added.value = std::move(parts->value);
   added.valueAt = parts->valueAt;
   added.valueSize = parts->valueSize;
   section.behindKeys = section.lines.size();
-  places_.try_emplace(PlaceName(section.name, added.key),
+  places_.try_emplace(PlaceName(section.name, parts->key),
                       Place{sections_.size() - 1, section.lines.size() - 1});
 }
 
@@ -87,7 +87,7 @@ void IniText::AddSection(std::string_view name, std::string head) {
   sectionIndexes_.try_emplace(Folded(name), sections_.size());
   Section &section = sections_.emplace_back();
   section.name = name;
-  section.lines.push_back({std::move(head), false, {}, {}, 0, 0});
+  section.lines.push_back({std::move(head), false, 0, 0});
   section.behindKeys = 1;
 }
 
@@ -99,28 +99,36 @@ std::string IniText::Text() const {
   return text;
 }
 
-const std::string *IniText::Find(std::string_view section, std::string_view key) const {
+std::string IniText::Line::Value() const {
+  return ReadIniValue(std::string_view(text).substr(valueAt, valueSize));
+}
+
+const IniText::Line *IniText::LineOf(std::string_view section, std::string_view key) const {
   const auto place = places_.find(PlaceName(section, key));
   if (place == places_.end()) return nullptr;
-  return &sections_[place->second.section].lines[place->second.line].value;
+  return &sections_[place->second.section].lines[place->second.line];
+}
+
+std::optional<std::string> IniText::Find(std::string_view section, std::string_view key) const {
+  const Line *line = LineOf(section, key);
+  return line == nullptr ? std::nullopt : std::optional(line->Value());
 }
 
 void IniText::Set(std::string_view section, std::string_view key, std::string_view value) {
   const auto place = places_.find(PlaceName(section, key));
   if (place != places_.end()) {
     Line &line = sections_[place->second.section].lines[place->second.line];
-    if (line.value == value) return;
+    if (line.Value() == value) return;
     const std::string written = IniValue(value);
     line.text.replace(line.valueAt, line.valueSize, written);
     line.valueSize = written.size();
-    line.value = value;
     return;
   }
   auto index = sectionIndexes_.find(Folded(section));
   if (index == sectionIndexes_.end()) {
     EndLastLine();
     const bool first = sections_.size() == 1 && sections_.front().lines.empty();
-    if (!first) sections_.back().lines.push_back({lineEnd_, false, {}, {}, 0, 0});
+    if (!first) sections_.back().lines.push_back({lineEnd_, false, 0, 0});
     AddSection(section, IniSectionHead(section) + lineEnd_);
     index = sectionIndexes_.find(Folded(section));
   }
@@ -132,8 +140,6 @@ void IniText::AddKey(Section &section, std::size_t sectionIndex, std::string_vie
   if (&section == &sections_.back()) EndLastLine();
   Line line;
   line.isKey = true;
-  line.key = key;
-  line.value = value;
   line.text = IniKey(key) + '=';
   line.valueAt = line.text.size();
   const std::string written = IniValue(value);
@@ -177,10 +183,10 @@ void IniText::SetDouble(std::string_view section, std::string_view key, double v
 void IniText::Merge(const IniText &other) {
   for (const Section &section : other.sections_) {
     for (const Line &line : section.lines) {
+      if (!line.isKey) continue;
+      const std::string key = ReadIniKey(line.text)->key;
       // Of keys that stand twice the first counts.
-      if (line.isKey && other.Find(section.name, line.key) == &line.value) {
-        Set(section.name, line.key, line.value);
-      }
+      if (other.LineOf(section.name, key) == &line) Set(section.name, key, line.Value());
     }
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -27,8 +28,8 @@ class IniText {
   /// The whole text; that which was parsed, if nothing has been set since.
   std::string Text() const;
 
-  /// The value, or null if there is no such key. Good until the object changes.
-  const std::string *Find(std::string_view section, std::string_view key) const;
+  /// The value; nothing if there is no such key.
+  std::optional<std::string> Find(std::string_view section, std::string_view key) const;
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
   /// The number in a value. `defaultValue` if there is no such key or its value is no number. A fraction is
@@ -48,10 +49,10 @@ class IniText {
   struct Line {
     std::string text;  // with its line end
     bool isKey = false;
-    std::string key;
-    std::string value;
     std::size_t valueAt = 0;  // the place of the value in the text
     std::size_t valueSize = 0;
+
+    std::string Value() const;
   };
   struct Section {
     std::string name;
@@ -67,6 +68,7 @@ class IniText {
   std::string PlaceName(std::string_view section, std::string_view key) const;
   void AddLine(std::string_view text);
   void AddSection(std::string_view name, std::string head);
+  const Line *LineOf(std::string_view section, std::string_view key) const;
   void AddKey(Section &section, std::size_t sectionIndex, std::string_view key, std::string_view value);
   void EndLastLine();
 
