@@ -1,15 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "tests/formula/bars.h"
+#include "tests/formula/engine.h"
 #include "tests/formula/random_formula.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/indicator/index.h"
-#include "trovenu/support/block_pool.h"
 
 namespace trovenu::tests {
 namespace {
@@ -36,23 +36,6 @@ Bars SmallBars() {
   return bars;
 }
 
-TEST(Calc, EvaluatesItsFormulasOnOneEngine) {
-  Bars bars = SmallBars();
-  SIndex index;
-  BindTo(index, bars);
-  index.VarName[0] = "n";
-  index.VarValue[0] = "2";
-  index.SetExpression(0, "x = avg(c, n)");
-  index.SetExpression(3, "x * 0 + 5");
-  index.Calc();
-  EXPECT_EQ(index.ExpData[0].GetStartIndex(), 1);
-  EXPECT_EQ(index.ExpData[0][1], 11);
-  EXPECT_EQ(index.ExpData[3].GetStartIndex(), 1);
-  EXPECT_EQ(index.ExpData[3][5], 5);
-  // A slot without a formula keeps what it has.
-  EXPECT_EQ(index.ExpData[1].GetSize(), 0);
-}
-
 TEST(Calc, SignalsBecomeTheCloseOfTheirBar) {
   Bars bars = SmallBars();
   for (const int kind : {kConditionIndex, kSystemIndex, kIndicatorIndex, kPatternIndex}) {
@@ -64,52 +47,6 @@ TEST(Calc, SignalsBecomeTheCloseOfTheirBar) {
     EXPECT_EQ(Values(index.ExpData[0]),
               marked ? (std::vector<double>{0, 12, 0, 13, 0, 14}) : (std::vector<double>{0, 1, 0, 1, 0, 1}));
   }
-}
-
-TEST(Calc, SeriesFromOutsideStayAsTheyAre) {
-  Bars bars = SmallBars();
-  for (const int kind : {kFedIndex, kEquityIndex, kFedIndicatorIndex}) {
-    SIndex index("", kind);
-    BindTo(index, bars);
-    index.SetExpression(0, "c");
-    index.AddData(0, 1);
-    index.AddData(5, 1);
-    index.UpdateData(0, 2);
-    index.UpdateData(1, 2);
-    index.Calc();
-    index.CalcLast();
-    EXPECT_EQ(Values(index.ExpData[0]), std::vector<double>{2});
-    EXPECT_EQ(index.ExpData[1].GetSize(), 0);
-  }
-}
-
-TEST(Calc, RecordsTheFunctionsOfTheLastFullCalculation) {
-  Bars bars = SmallBars();
-  SFunctionList functions;
-  SFunction function;
-  function.IndexName = "twice";
-  function.VarName[0] = "x";
-  function.Expression = "x * 2";
-  functions.Add(function);
-  SIndex index;
-  BindTo(index, bars);
-  index.SetFunction(&functions);
-  index.SetExpression(0, "twice(c)");
-  index.Calc();
-  index.Calc();
-  index.CalcLast();
-  ASSERT_EQ(index.FuncHistory.GetSize(), 1);
-  EXPECT_STREQ(index.FuncHistory[0].c_str(), "twice");
-  EXPECT_EQ(index.ExpData[0][0], 20);
-}
-
-TEST(Calc, WithoutSeriesNothingIsCalculated) {
-  SIndex index("", kConditionIndex);
-  index.SetExpression(0, "avg(c, 3)");
-  index.Calc();
-  index.CalcLast();
-  index.CalcLast();
-  EXPECT_EQ(index.ExpData[0].GetSize(), 0);
 }
 
 TEST(CalcLast, TakesTheTailOnceItHasABase) {
@@ -172,48 +109,41 @@ bool SameValid(const SVector &live, const SVector &whole) {
 // A feed that changes the newest bar and adds bars, and after each tick nothing but `CalcLast`.
 class Feed {
  public:
-  explicit Feed(std::uint32_t seed, int bars) : random_(seed) {
-    for (int i = 0; i < bars; ++i) Add();
+  Feed(std::uint32_t seed, int bars) : random_(seed), source_(RandomBars(bars + 100, seed)) {
+    while (bars-- > 0) Add();
   }
   Bars &Now() { return bars_; }
   void Tick() {
-    if (Uniform(3) == 0) {
-      for (int i = Uniform(3); i >= 0; --i) Add();
+    if (random_() % 3 == 0) {
+      for (auto i = random_() % 3 + 1; i > 0; --i) Add();
     } else {
-      const double price = bars_.close[bars_.close.GetSize() - 1] + Uniform(7) - 3;
+      const double price = bars_.close[bars_.close.GetSize() - 1] + static_cast<int>(random_() % 7) - 3;
       bars_.close.Update(price, 0);
       if (price > bars_.high[bars_.high.GetSize() - 1]) bars_.high.Update(price, 0);
       if (price < bars_.low[bars_.low.GetSize() - 1]) bars_.low.Update(price, 0);
-      bars_.volume.Update(1000 + Uniform(1000), 0);
+      bars_.volume.Update(1000 + static_cast<int>(random_() % 1000), 0);
     }
   }
 
  private:
-  int Uniform(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
   void Add() {
-    const int n = bars_.close.GetSize();
-    const double before = n > 0 ? bars_.close[n - 1] : 500;
-    const double open = before + Uniform(5) - 2;
-    const double close = open + Uniform(9) - 4;
-    bars_.open.Add(open);
-    bars_.close.Add(close);
-    bars_.high.Add(std::max(open, close) + Uniform(3));
-    bars_.low.Add(std::min(open, close) - Uniform(3));
-    bars_.volume.Add(1000 + Uniform(1000));
-    bars_.date.Add(20240102000000.0 + (n / 50) * 1000000.0 + 90000 + (n % 50) * 100);
-    bars_.openInterest.Add(10000 + Uniform(100));
-    bars_.amount.Add(5000 + Uniform(100));
+    const int next = bars_.close.GetSize();
+    const auto from = source_.Columns();
+    const auto to = bars_.Columns();
+    for (std::size_t i = 0; i < to.size(); ++i) to[i]->Add((*from[i])[next]);
   }
 
   std::mt19937 random_;
-  Bars bars_;
+  Bars source_, bars_;
 };
 
 // After any mixture of updates and new bars the live lines are those of one full calculation.
 void ExpectLiveAsReloaded(std::uint32_t seed, int ticks, const std::vector<std::string> &formulas) {
   Feed feed(seed, 60);
+  SFunctionList functions = RandomFormula::UserFunctions();
   SIndex live;
   BindTo(live, feed.Now());
+  live.SetFunction(&functions);
   for (std::size_t i = 0; i < formulas.size(); ++i)
     live.SetExpression(static_cast<int>(i), formulas[i].c_str());
   for (int tick = 0; tick < ticks; ++tick) {
@@ -224,7 +154,8 @@ void ExpectLiveAsReloaded(std::uint32_t seed, int ticks, const std::vector<std::
   SIndex whole(live);
   whole.Calc();
   for (std::size_t i = 0; i < formulas.size(); ++i) {
-    EXPECT_TRUE(SameValid(live.ExpData[i], whole.ExpData[i])) << "slot " << i << ": " << formulas[i];
+    EXPECT_TRUE(SameValid(live.ExpData[i], whole.ExpData[i]))
+        << "slot " << i << ": " << Readable(formulas[i]);
   }
 }
 
@@ -251,48 +182,6 @@ TEST(LiveEqualsReloaded, WhereFormulasShareVariables) {
     SCOPED_TRACE(i);
     for (std::uint32_t seed = 1; seed <= 5; ++seed) ExpectLiveAsReloaded(seed, 30, sets[i]);
   }
-}
-
-TEST(LiveEqualsReloaded, WhereUserFunctionsChangeVariables) {
-  SFunctionList functions;
-  SFunction function;
-  function.IndexName = "smooth";
-  function.VarName[0] = "x";
-  function.Expression = "last = avg(x, 12); avg(last, 7)";
-  functions.Add(function);
-  Feed feed(7, 80);
-  SIndex live;
-  BindTo(live, feed.Now());
-  live.SetFunction(&functions);
-  live.SetExpression(0, "smooth(c)");
-  live.SetExpression(1, "avg(last, 25)");
-  live.SetExpression(2, "smooth(h) - smooth(l)");
-  for (int tick = 0; tick < 40; ++tick) {
-    live.CalcLast();
-    feed.Tick();
-  }
-  live.CalcLast();
-  SIndex whole(live);
-  whole.Calc();
-  for (int i = 0; i < 3; ++i) EXPECT_TRUE(SameValid(live.ExpData[i], whole.ExpData[i])) << i;
-}
-
-TEST(CalcLast, ATickTakesNoNewBlock) {
-  Bars bars;
-  for (SVector *series : bars.Columns()) {
-    for (int i = 0; i < 50000; ++i) series->Add(100 + i % 17);
-  }
-  SIndex index;
-  BindTo(index, bars);
-  index.SetExpression(0, "avg(c, 20)");
-  index.SetExpression(1, "x = stdev(c, 20); (c - avg(c, 20)) / x");
-  for (int i = 0; i < 3; ++i) index.CalcLast();
-  const auto before = AllocatedBlockCount();
-  for (int i = 0; i < 100; ++i) {
-    bars.close.Update(100 + i, 0);
-    index.CalcLast();
-  }
-  EXPECT_EQ(AllocatedBlockCount(), before);
 }
 
 // Entry and exit rows are bars; a dot stands for 0.
@@ -339,17 +228,6 @@ TEST(PreProcess, EntriesAndExitsAlternate) {
       EXPECT_EQ(Row(index.ExpData[i]), test.entryAfter) << test.entry << ' ' << test.exit;
       EXPECT_EQ(Row(index.ExpData[i + 1]), test.exitAfter) << test.entry << ' ' << test.exit;
     }
-  }
-}
-
-TEST(PreProcess, IsForTradingSystemsThatWantIt) {
-  for (const int kind : {kConditionIndex, kSystemIndex}) {
-    SIndex index("", kind);
-    index.BlPreProcess = kind == kSystemIndex ? 0 : 1;
-    index.ExpData[0] = Signals("xx");
-    index.ExpData[1] = Signals("..");
-    index.PreProcess();
-    EXPECT_EQ(Row(index.ExpData[0]), "xx");
   }
 }
 

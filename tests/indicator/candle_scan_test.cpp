@@ -44,15 +44,6 @@ TEST_F(CandleScan, TheLastPatternThatFitsIsMarked) {
   EXPECT_EQ(Marks(), (std::vector<double>{-1, 0, -1, 2}));
 }
 
-TEST_F(CandleScan, APatternHasVariables) {
-  patterns_.Add(Pattern("c > level"));
-  patterns_[0].VarName[0] = "level";
-  patterns_[0].VarValue[0] = "12.5";
-  scan_.Calc();
-  EXPECT_EQ(Marks(), (std::vector<double>{-1, -1, -1, 0}));
-  EXPECT_STREQ(scan_.Expression[0].c_str(), "c > level");
-}
-
 // Required: a live update leaves 0.0 where it finds no pattern, which is also the first pattern's number.
 TEST_F(CandleScan, ALiveUpdateResetsToZero) {
   patterns_.Add(Pattern("c > o"));
@@ -74,21 +65,6 @@ TEST_F(CandleScan, TheFirstPatternDecidesOnTheTail) {
   scan_.CalcLast();
   EXPECT_EQ(scan_.CalcCount[0], -1);
   EXPECT_EQ(scan_.CalcCount[1], 0);
-}
-
-TEST_F(CandleScan, WithoutPatterns) {
-  scan_.Calc();
-  EXPECT_EQ(Marks(), (std::vector<double>{-1, -1, -1, -1}));
-  scan_.SetCandle(nullptr);
-  scan_.ExpData[0][0] = 7;
-  scan_.Calc();
-  EXPECT_EQ(Marks(), (std::vector<double>{7, -1, -1, -1}));
-}
-
-TEST_F(CandleScan, ManyPatternsThatNeedNoPastCountWithinTheSlots) {
-  for (int i = 0; i < 8; ++i) patterns_.Add(Pattern(i < 7 ? "rsi(2) < 0" : "c < o"));
-  scan_.CalcLast();
-  EXPECT_EQ(Marks(), (std::vector<double>{7, -1, -1, -1}));
 }
 
 }  // namespace

@@ -100,18 +100,6 @@ TEST(Titles, NamesOfTheLinesOfEachKind) {
   }
 }
 
-TEST(Titles, ASystemThatOnlySellsBearsItsNameThere) {
-  SIndex index("N", kSystemIndex);
-  index.Expression[2] = index.Expression[3] = "c";
-  EXPECT_STREQ(index.GetExpName(0).c_str(), "");
-  EXPECT_STREQ(index.GetExpName(2).c_str(), "N 매도"_kr);
-  EXPECT_STREQ(index.GetExpName(3).c_str(), "매도청산"_kr);
-  EXPECT_STREQ(index.GetExpNameWithVariable(2).c_str(), "N 신규매도"_kr);
-  index.Expression[0] = "c";
-  EXPECT_STREQ(index.GetExpName(2).c_str(), "매도"_kr);
-  EXPECT_STREQ(index.GetExpNameWithVariable(2).c_str(), "신규매도"_kr);
-}
-
 TEST(Titles, ArgumentsOfAConditionBecomeValues) {
   struct Case {
     const char *name;
@@ -138,29 +126,6 @@ TEST(Titles, ArgumentsOfAConditionBecomeValues) {
     index.ExpName[0] = c.name;
     EXPECT_STREQ(index.GetExpNameWithVariable(0).c_str(), c.title) << c.name;
   }
-}
-
-TEST(Titles, ListOfVariables) {
-  SIndex index("N", kIndicatorIndex);
-  EXPECT_STREQ(index.GetIndexVariable().c_str(), "");
-  index.VarValue[4] = "unnamed";
-  EXPECT_STREQ(index.GetIndexVariable().c_str(), "");
-  index.VarName[1] = "a";
-  index.VarValue[1] = "5";
-  index.VarName[9] = "b";
-  index.VarValue[9] = "20";
-  EXPECT_STREQ(index.GetIndexVariable().c_str(), "(5,20)");
-  index.VarValue[1] = "";
-  EXPECT_STREQ(index.GetIndexVariable().c_str(), "(,20)");
-}
-
-TEST(Titles, LongestNameCountsBytes) {
-  SIndex index("N", kIndicatorIndex);
-  index.ExpName[0] = "a name without a formula";
-  EXPECT_EQ(index.GetMaxExpNameLength(), 0);
-  index.Expression[3] = "c";
-  index.ExpName[3] = "이평"_kr;
-  EXPECT_EQ(index.GetMaxExpNameLength(), 4);
 }
 
 TEST(Titles, TitleOfALine) {
@@ -192,83 +157,6 @@ TEST(Titles, TitleOfALine) {
     const Chart chart(c.kind);
     EXPECT_STREQ(chart.index.GetExpTitle(c.showName, c.showValue, c.showSymbol, c.line, 1).c_str(), c.title)
         << c.what;
-  }
-}
-
-TEST(Titles, PriceNameShowsTheOptionsOfTheChartType) {
-  struct Case {
-    int type;
-    const char *name;
-  };
-  const Case cases[] = {
-      {kCandleChart, "KRX"},
-      {kCloseLineChart, "KRX"},
-      {kVolumeAtPriceChart, "KRX 매물대 수(10) "_kr},
-      {kPointAndFigureChart, "KRX 칸전환(3) (0) "_kr},
-      {kThreeLineBreakChart, "KRX 칸전환(3) (0) "_kr},
-      {kKagiChart, "KRX 최소반전폭(3) "_kr},
-      {kCandleVolumeChart, "KRX"},
-      {kNetChart, "KRX"},
-      {kZigZagChart, "KRX 전환비율(5) "_kr},
-      {kMarketProfileChart, "KRX 분간격(30) "_kr},
-      {99, "KRX"},
-  };
-  for (const Case &c : cases) {
-    Chart chart;
-    chart.Property().PriceChartType = c.type;
-    EXPECT_STREQ(chart.index.GetPriceName().c_str(), c.name) << c.type;
-  }
-  Chart chart;
-  chart.Property().PriceChartType = kThreeLineBreakChart;
-  chart.Property().BlName1[kThreeLineBreakChart] = 0;
-  EXPECT_STREQ(chart.index.GetPriceName().c_str(), "KRX (0) ") << "option 2 is always shown";
-  chart.prices[0].SymbolName = "";
-  chart.Property().PriceChartType = kFlowChart;
-  EXPECT_STREQ(chart.index.GetPriceName().c_str(), "Flow차트"_kr);
-}
-
-TEST(Titles, PriceTitle) {
-  struct Case {
-    int kind;
-    int symbols;
-    int showName;
-    int showValue;
-    const char *title;
-  };
-  const Case cases[] = {
-      {kPriceIndex, 1, 1, 1, " KRX 칸전환(3) (0)   "_kr},
-      {kPriceIndex, 2, 1, 1, " KRX  "},
-      {kFedIndicatorIndex, 2, 1, 0, " KRX 칸전환(3) (0)  "_kr},
-      {9, 2, 1, 0, " KRX 칸전환(3) (0)  "_kr},
-      {kPriceIndex, 1, 0, 1, "MA "},
-      {kPriceIndex, 1, 0, 0, "MA "},
-  };
-  for (const Case &c : cases) {
-    Chart chart(c.kind);
-    if (c.symbols > 1) chart.prices.Add();
-    chart.index.SetData(&chart.prices, 0);
-    chart.Property().PriceChartType = kPointAndFigureChart;
-    EXPECT_STREQ(chart.index.GetPriceTitle(c.showName, c.showValue, 2).c_str(), c.title)
-        << c.kind << " " << c.symbols << c.showName << c.showValue;
-  }
-  const Chart chart(kPriceIndex);
-  EXPECT_STREQ(chart.index.GetPriceTitle(0, 1, 2).c_str(), "시:0.0 고:0.0 저:0.0 종:12.0 "_kr);
-}
-
-TEST(Titles, WithoutPricesThereAreNoPriceTexts) {
-  const SIndex index("MA", kIndicatorIndex);
-  EXPECT_STREQ(index.GetPriceName().c_str(), "");
-  EXPECT_STREQ(index.GetPriceTitle(1, 1, 0).c_str(), "   ");
-  EXPECT_STREQ(index.GetPriceTitle(0, 0, 0).c_str(), "MA ");
-  EXPECT_STREQ(index.GetExpTitle(1, 1, 1, 0, 0).c_str(), "  MA[0] ");
-}
-
-TEST(Titles, LinesOutsideHaveNoNames) {
-  const SIndex index("MA", kIndicatorIndex);
-  for (const int line : {-1, 5}) {
-    EXPECT_TRUE(index.GetExpName(line).IsEmpty());
-    EXPECT_TRUE(index.GetExpNameWithVariable(line).IsEmpty());
-    EXPECT_TRUE(index.GetExpTitleName(line).IsEmpty());
   }
 }
 
