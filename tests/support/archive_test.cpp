@@ -28,36 +28,6 @@ CKqArchive Reloaded(const CKqArchive &archive) {
   return loaded;
 }
 
-TEST(ArchiveTest, AbsentKeysGiveDefaults) {
-  CKqArchive archive;
-  archive.SetCategory("Index2");
-  EXPECT_EQ(archive.GetInt("UserID", -1), -1);
-  EXPECT_EQ(archive.GetDbl("ChartCycle", 1.5), 1.5);
-  EXPECT_EQ(archive.GetStr("IndexName", "none"), "none");
-  EXPECT_EQ(archive.GetStr("IndexName", nullptr), "");
-}
-
-TEST(ArchiveTest, CategoriesAndKeysAreApart) {
-  CKqArchive archive;
-  archive.SetInt("a", 1, 0);
-  archive.SetCategory("Chart");
-  archive.SetInt("a", 2, 0);
-  archive.SetInt("A", 3, 0);
-  archive.SetCategory("Chart1");
-  archive.SetInt("a", 4, 0);
-  archive = Reloaded(archive);
-  EXPECT_EQ(archive.GetInt("a", 0), 1);
-  archive.SetCategory("Chart");
-  EXPECT_EQ(archive.GetInt("a", 0), 2);
-  EXPECT_EQ(archive.GetInt("A", 0), 3);
-  archive.SetCategory("Chart1");
-  EXPECT_EQ(archive.GetInt("a", 0), 4);
-  archive.SetCategory("chart");
-  EXPECT_EQ(archive.GetInt("a", 0), 0);
-  archive.SetCategory(nullptr);
-  EXPECT_EQ(archive.GetInt("a", 0), 1);
-}
-
 TEST(ArchiveTest, ValueThatEqualsItsDefaultIsStoredToo) {
   CKqArchive archive;
   archive.SetInt("i", 5, 0);
@@ -101,21 +71,6 @@ TEST(ArchiveTest, NumbersComeBackBitForBit) {
   EXPECT_TRUE(std::isnan(archive.GetDbl("nan", 0)));
 }
 
-TEST(ArchiveTest, ReadsAcrossKinds) {
-  CKqArchive archive;
-  archive.SetDbl("d", -2.75, 0);
-  archive.SetDbl("large", 1e10, 0);
-  archive.SetStr("text", "twelve", "");
-  archive.SetStr("beyond", "1e999", "");
-  archive.SetInt("i", 12, 0);
-  EXPECT_EQ(archive.GetInt("d", 7), -2);
-  EXPECT_EQ(archive.GetInt("large", 7), INT_MAX);
-  EXPECT_EQ(archive.GetInt("text", 7), 7);
-  EXPECT_EQ(archive.GetDbl("text", 7), 7);
-  EXPECT_EQ(archive.GetDbl("beyond", 7), 7);
-  EXPECT_EQ(archive.GetStr("i", ""), "12");
-}
-
 TEST(ArchiveTest, AnyTextComesBack) {
   const std::vector<std::string> texts = AwkwardTexts();
   CKqArchive archive;
@@ -129,27 +84,6 @@ TEST(ArchiveTest, AnyTextComesBack) {
     for (const std::string &key : texts)
       ASSERT_EQ(archive.GetStr(key.c_str(), "absent"), (key + text).c_str());
   }
-}
-
-TEST(ArchiveTest, LivesInAFile) {
-  const TempFolder folder;
-  const std::string path = folder.Path("chart.arc");
-  CKqArchive archive;
-  EXPECT_EQ(archive.Load(path.c_str()), 0);
-  archive.SetCategory("Chart");
-  archive.SetInt("size", 3, 0);
-  EXPECT_NE(archive.Save(path.c_str()), 0);
-  archive.SetInt("size", 4, 0);
-  EXPECT_EQ(archive.Load(folder.Path("none").c_str()), 0);
-  EXPECT_EQ(archive.Load(static_cast<CMemFile *>(nullptr)), 0);
-  EXPECT_EQ(archive.GetInt("size", 0), 4);
-  EXPECT_NE(archive.Load(path.c_str()), 0);
-  EXPECT_EQ(archive.GetInt("size", 0), 3);
-  EXPECT_EQ(archive.Save(folder.Path("none/chart.arc").c_str()), 0);
-  EXPECT_EQ(archive.Save(static_cast<const char *>(nullptr)), 0);
-  archive.Clear();
-  EXPECT_TRUE(archive.IsEmpty());
-  EXPECT_EQ(archive.GetInt("size", 0), 0);
 }
 
 TEST(ArchiveTest, StoppedSaveLeavesTheOldArchiveOrTheNewOne) {
@@ -202,14 +136,6 @@ TEST(ArchiveTest, DamagedArchivesAreReadAsFarAsTheyGo) {
     ASSERT_EQ(Reloaded(loaded).GetInt("new", -1), i);
   }
   EXPECT_GT(read, 3000 * texts.size());
-}
-
-TEST(ArchiveArrayTest, HoldsPointers) {
-  CKqArchive archive;
-  CKqArchiveArray array;
-  array.Add(&archive);
-  EXPECT_EQ(array[0], &archive);
-  EXPECT_EQ(array[1], nullptr);
 }
 
 }  // namespace

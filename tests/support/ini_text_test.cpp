@@ -5,7 +5,6 @@
 #include <string>
 
 #include "tests/support/awkward_texts.h"
-#include "trovenu/platform/platform.h"
 
 namespace trovenu::tests {
 
@@ -54,18 +53,6 @@ TEST(IniTextTest, ReadsWhatPeopleWrite) {
   }
 }
 
-TEST(IniTextTest, ReadsSectionHeads) {
-  for (const char *head : {"[my s]", " [ my s ] ; why", "[my s", "[MY S]", "[\"my s\"]", "[ \"my s\" ]"}) {
-    EXPECT_EQ(ValueOf(Parsed(std::string("a=0\n") + head + "\na=1\n"), "my s", "a"), "1") << head;
-  }
-  EXPECT_EQ(ValueOf(Parsed("[\"a]b\"]\nk=1\n"), "a]b", "k"), "1");
-}
-
-TEST(IniTextTest, StepsOverWhatIsNoKey) {
-  const IniText ini = Parsed("; a=1\n# b=2\njunk\n\n[s]\n;c=3\n\x1A");
-  EXPECT_TRUE(ini.IsEmpty());
-}
-
 TEST(IniTextTest, FirstOfTwoCounts) {
   IniText ini = Parsed("[s]\na=1\nA=2\n[t]\n[S]\na=3\nb=4\n");
   EXPECT_EQ(ValueOf(ini, "s", "a"), "1");
@@ -73,13 +60,6 @@ TEST(IniTextTest, FirstOfTwoCounts) {
   ini.Set("S", "A", "9");
   ini.Set("s", "b", "8");
   EXPECT_EQ(ini.Text(), "[s]\na=9\nA=2\n[t]\n[S]\na=3\nb=8\n");
-}
-
-TEST(IniTextTest, SecondBytesOfCharactersAreNoLetters) {
-  const IniText ini = Parsed("[\x81\x41]\n\x81\x61=1\n");
-  EXPECT_EQ(ValueOf(ini, "\x81\x41", "\x81\x61"), "1");
-  EXPECT_EQ(ValueOf(ini, "\x81\x61", "\x81\x61"), "(none)");
-  EXPECT_EQ(ValueOf(ini, "\x81\x41", "\x81\x41"), "(none)");
 }
 
 TEST(IniTextTest, KeepsAllThatIsNotSet) {
@@ -99,25 +79,6 @@ TEST(IniTextTest, KeepsAllThatIsNotSet) {
   EXPECT_TRUE(ini.Text().ends_with("[c]\r\nfirst=5\r\n"));
 }
 
-TEST(IniTextTest, FreshTextHasTheLineEndsOfThePlatform) {
-  IniText ini(IniText::LetterCase::Ignored);
-  ini.Set("s", "a", "1");
-  ini.Set("t", "b", "2");
-  const std::string end = kLineEnd;
-  EXPECT_EQ(ini.Text(), "[s]" + end + "a=1" + end + end + "[t]" + end + "b=2" + end);
-}
-
-TEST(IniTextTest, LastLineWithoutAnEndIsNotJoined) {
-  for (const char *text : {"[s]", "[s]\na=1", "[s]\n; note"}) {
-    IniText ini = Parsed(text);
-    ini.Set("s", "new", "2");
-    ini.Set("t", "k", "3");
-    const IniText again = Parsed(ini.Text());
-    EXPECT_EQ(ValueOf(again, "s", "new"), "2") << text;
-    EXPECT_EQ(ValueOf(again, "t", "k"), "3") << text;
-  }
-}
-
 TEST(IniTextTest, WhatIsSetReadsBackFromItsText) {
   const std::vector<std::string> texts = AwkwardTexts();
   IniText ini(IniText::LetterCase::Matters);
@@ -130,12 +91,6 @@ TEST(IniTextTest, WhatIsSetReadsBackFromItsText) {
     for (const std::string &other : texts) ASSERT_EQ(ValueOf(again, text, other), other + text);
   }
   EXPECT_EQ(again.Text(), ini.Text());
-}
-
-TEST(IniTextTest, MergeSetsTheValuesOfTheOther) {
-  IniText ini = Parsed("; mine\n[s]\na=1\nb=2\n");
-  ini.Merge(Parsed("; theirs\n[S]\nB=3\nb=4\nc=5\n"));
-  EXPECT_EQ(ini.Text(), "; mine\n[s]\na=1\nb=3\nc=5\n");
 }
 
 }  // namespace

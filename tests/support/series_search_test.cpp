@@ -15,21 +15,19 @@ TEST(SeriesSearch, FindsElementsThatAreNotZero) {
   const struct {
     Values x;
     int from, first, previous;
-  } cases[] = {
-      {{0, 0, 3, 0, 5}, 0, 2, -1},
-      {{0, 0, 3, 0, 5}, 2, 2, 2},
-      {{0, 0, 3, 0, 5}, 3, 4, 2},
-      {{0, 0, 3, 0, 5}, 4, 4, 4},
-      {{0, 0, 3, 0, 5}, 5, -1, 4},
-      {{0, 0, 3, 0, 0}, 3, -1, 2},
-      {{0, 0, 3, 0, 5}, kGreatestInt, -1, 4},
-      {{0, 0, 3, 0, 5}, -1, 2, -1},
-      {{4, 0}, kLeastInt, 0, -1},
-      {{0, -0.0, 0}, 1, -1, -1},
-      {{0, kNaN, 0}, 0, 1, -1},
-      {{0, 5e-324, 0}, 2, -1, 1},
-      {{}, 0, -1, -1},
-  };
+  } cases[] = {{{0, 0, 3, 0, 5}, 0, 2, -1},
+               {{0, 0, 3, 0, 5}, 2, 2, 2},
+               {{0, 0, 3, 0, 5}, 3, 4, 2},
+               {{0, 0, 3, 0, 5}, 4, 4, 4},
+               {{0, 0, 3, 0, 5}, 5, -1, 4},
+               {{0, 0, 3, 0, 0}, 3, -1, 2},
+               {{0, 0, 3, 0, 5}, kGreatestInt, -1, 4},
+               {{0, 0, 3, 0, 5}, -1, 2, -1},
+               {{4, 0}, kLeastInt, 0, -1},
+               {{0, -0.0, 0}, 1, -1, -1},
+               {{0, kNaN, 0}, 0, 1, -1},
+               {{0, 5e-324, 0}, 2, -1, 1},
+               {{}, 0, -1, -1}};
   for (const auto &c : cases) {
     // The start index does not matter to either.
     for (const int start : {0, 3, kNoValidBar}) {
@@ -40,70 +38,28 @@ TEST(SeriesSearch, FindsElementsThatAreNotZero) {
   }
 }
 
-TEST(SeriesSearch, GivesTheFirstValidValueThatIsNotZero) {
-  const struct {
-    Values x;
-    int start;
-    double value;
-  } cases[] = {
-      {{0, 2, 0, 4}, 0, 2.0},
-      {{0, 2, 0, 4}, 1, 2.0},
-      {{0, 2, 0, 4}, 2, 4.0},
-      {{0, 2, 0, 4}, 4, 0.0},
-      {{0, 2, 0, 4}, kGreatestInt, 0.0},
-      {{0, 2}, kLeastInt, 2.0},
-      {{0, 0}, 0, 0.0},
-      {{}, 0, 0.0},
-  };
-  for (const auto &c : cases)
-    EXPECT_EQ(Series(c.x, c.start).GetFirstNonZeroValue(), c.value) << "case " << (&c - cases);
-  EXPECT_EQ(SVector(2.5).GetFirstNonZeroValue(), 2.5);
-}
-
-TEST(SeriesSearch, FindsPositionsInAscendingElements) {
-  const Values dates = {20240102, 20240103, 20240103, 20240105, 20240108};
-  const struct {
-    double value;
-    int from, position;
-  } cases[] = {
-      {20240102, 0, 0},  {20240103, 0, 1},         {20240103, 2, 2},  {20240103, 3, -1},
-      {20240108, 4, 4},  {20240108, kLeastInt, 4}, {20240104, 0, -1}, {20240101, 0, -1},
-      {20240109, 0, -1}, {20240102, 1, -1},        {20240108, 5, -1}, {20240108, kGreatestInt, -1},
-      {kNaN, 0, -1},
-  };
-  for (const auto &c : cases)
-    EXPECT_EQ(Series(dates).FindPos(c.value, c.from), c.position) << "case " << (&c - cases);
-  EXPECT_EQ(SVector().FindPos(1.0, 0), -1);
-  EXPECT_EQ(SVector(2.5).FindPos(2.5, 0), 0);
-}
-
 TEST(SeriesSearch, GivesTheExtremesOfValidBars) {
   const struct {
     Values x;
     int start, first, last;
     double largest, smallest;
-  } cases[] = {
-      {{9, 3, 5, 4, -9}, 1, 1, 3, 5.0, 3.0},
-      // Bars below the start index do not count, whatever they hold.
-      {{9, 3, 5, 4, -9}, 1, 0, 3, 5.0, 3.0},
-      {{9, 3, 5, 4, -9}, 0, 2, 2, 5.0, 5.0},
-      {{9, 3, 5, 4, -9}, 0, 3, 99, 4.0, -9.0},
-      {{9, 3, 5, 4, -9}, 0, kLeastInt, kGreatestInt, 9.0, -9.0},
-      // Empty ranges.
-      {{9, 3, 5, 4, -9}, 0, 3, 2, kNoMaximum, -kNoMaximum},
-      {{9, 3, 5, 4, -9}, 0, -5, -1, kNoMaximum, -kNoMaximum},
-      {{9, 3, 5, 4, -9}, 0, 5, 9, kNoMaximum, -kNoMaximum},
-      {{9, 3, 5, 4, -9}, 3, 0, 2, kNoMaximum, -kNoMaximum},
-      {{9, 3, 5, 4, -9}, kNoValidBar, 0, 4, kNoMaximum, -kNoMaximum},
-      {{}, 0, 0, 0, kNoMaximum, -kNoMaximum},
-      {{9, 3}, -4, -4, 0, 9.0, 9.0},
-      // Elements beyond the marks for "none" are still the extremes, and NaN is passed over.
-      {{-1e300, -1e301}, 0, 0, 1, -1e300, -1e301},
-      {{1e300, 1e301}, 0, 0, 1, 1e301, 1e300},
-      {{kNaN, 4, kNaN, 3, kNaN}, 0, 0, 4, 4.0, 3.0},
-      {{kNaN, kNaN}, 0, 0, 1, kNoMaximum, -kNoMaximum},
-      {{-kInfinity, kInfinity}, 0, 0, 1, kInfinity, -kInfinity},
-  };
+  } cases[] = {{{9, 3, 5, 4, -9}, 1, 1, 3, 5.0, 3.0},
+               {{9, 3, 5, 4, -9}, 1, 0, 3, 5.0, 3.0},
+               {{9, 3, 5, 4, -9}, 0, 2, 2, 5.0, 5.0},
+               {{9, 3, 5, 4, -9}, 0, 3, 99, 4.0, -9.0},
+               {{9, 3, 5, 4, -9}, 0, kLeastInt, kGreatestInt, 9.0, -9.0},
+               {{9, 3, 5, 4, -9}, 0, 3, 2, kNoMaximum, -kNoMaximum},
+               {{9, 3, 5, 4, -9}, 0, -5, -1, kNoMaximum, -kNoMaximum},
+               {{9, 3, 5, 4, -9}, 0, 5, 9, kNoMaximum, -kNoMaximum},
+               {{9, 3, 5, 4, -9}, 3, 0, 2, kNoMaximum, -kNoMaximum},
+               {{9, 3, 5, 4, -9}, kNoValidBar, 0, 4, kNoMaximum, -kNoMaximum},
+               {{}, 0, 0, 0, kNoMaximum, -kNoMaximum},
+               {{9, 3}, -4, -4, 0, 9.0, 9.0},
+               {{-1e300, -1e301}, 0, 0, 1, -1e300, -1e301},
+               {{1e300, 1e301}, 0, 0, 1, 1e301, 1e300},
+               {{kNaN, 4, kNaN, 3, kNaN}, 0, 0, 4, 4.0, 3.0},
+               {{kNaN, kNaN}, 0, 0, 1, kNoMaximum, -kNoMaximum},
+               {{-kInfinity, kInfinity}, 0, 0, 1, kInfinity, -kInfinity}};
   for (const auto &c : cases) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
     const SVector series = Series(c.x, c.start);
@@ -136,12 +92,8 @@ TEST(SeriesSearch, RemembersExtremesUntilTheSeriesChanges) {
       {"Update", [](SVector &s, SVector &, const SVector &) { s.Update(80.0, 1); }, 80.0},
       {"SetSize", [](SVector &s, SVector &, const SVector &) { s.SetSize(2); }, 3.0},
       {"ClearData", [](SVector &s, SVector &, const SVector &) { s.ClearData(); }, kNoMaximum},
-      {"InitValue", [](SVector &s, SVector &, const SVector &) { s.InitValue(1.0); }, 1.0},
-      {"number", [](SVector &s, SVector &, const SVector &) { s = 2.0; }, 2.0},
       {"Insert", [](SVector &s, SVector &o, const SVector &) { s.Insert(o); }, 50.0},
-      {"Alloc", [](SVector &s, SVector &, const SVector &) { s.Alloc(7); }, 0.0},
       {"ReAlloc", [](SVector &s, SVector &, const SVector &) { s.ReAlloc(2); }, 3.0},
-      {"copy", [](SVector &s, SVector &, const SVector &o) { s = o; }, 70.0},
       {"move", [](SVector &s, SVector &, const SVector &o) { s = SVector(o); }, 70.0},
       {"in place", [](SVector &s, SVector &, const SVector &) { VecUMinus(s, s); }, -3.0},
       {"calculation", [](SVector &s, SVector &, const SVector &) { s.CalcSum(s, 2); }, 12.0},
@@ -157,17 +109,6 @@ TEST(SeriesSearch, RemembersExtremesUntilTheSeriesChanges) {
     EXPECT_EQ(series.GetMinTemp(0, 5), series.GetMin(0, 5, 0));
     EXPECT_EQ(series.GetMaxTemp(2, 2), series.GetMax(2, 2, 0));
   }
-}
-
-TEST(SeriesSearch, OnlyStoresTheDrawRange) {
-  SVector series = Series({1, 2, 3});
-  EXPECT_EQ(series.GetDrawFirst(), 0);
-  EXPECT_EQ(series.GetDrawLast(), 0);
-  series.SetDrawRange(-7, 4000);
-  EXPECT_EQ(series.GetDrawFirst(), -7);
-  EXPECT_EQ(series.GetDrawLast(), 4000);
-  EXPECT_EQ(series.GetMax(), 3.0);
-  EXPECT_EQ(series.minMaxChanged, 0);
 }
 
 }  // namespace
