@@ -40,36 +40,6 @@ TEST(ArrayTest, GrowsInsertsAndRemoves) {
   EXPECT_EQ(array.GetData(), nullptr);
 }
 
-TEST(ArrayTest, IndexesOutsideReadAsFreshAndDropWrites) {
-  CArray<int, int> array = Numbers(2);
-  array[2] = 5;
-  array[-1] = 5;
-  array.SetAt(2, 5);
-  array.SetAtGrow(-1, 5);
-  array.InsertAt(-1, 5);
-  array.RemoveAt(2);
-  array.RemoveAt(-1);
-  EXPECT_EQ(array[2], 0);
-  EXPECT_EQ(array.GetAt(-1), 0);
-  EXPECT_EQ(Shown(array), "1 2 ");
-}
-
-TEST(ArrayTest, SerializeCarriesElementsOver) {
-  CMemFile file;
-  CArchive stored(&file, CArchive::store);
-  CArray<int, int> numbers = Numbers(3);
-  numbers.Serialize(stored);
-  CArray<int, int>().Serialize(stored);
-  file.SeekToBegin();
-  CArchive loaded(&file, CArchive::load);
-  CArray<int, int> first;
-  CArray<int, int> second = Numbers(2);
-  first.Serialize(loaded);
-  second.Serialize(loaded);
-  EXPECT_EQ(Shown(first), "1 2 3 ");
-  EXPECT_EQ(Shown(second), "");
-}
-
 TEST(ArrayTest, SerializeOfADamagedArchiveLeavesTheArray) {
   for (const std::string_view bytes :
        {std::string_view("\x02\0\0\0\1\0\0\0\2\0\0", 11), std::string_view("\x01\0\0", 3),
@@ -80,35 +50,6 @@ TEST(ArrayTest, SerializeOfADamagedArchiveLeavesTheArray) {
     array.Serialize(archive);
     EXPECT_EQ(Shown(array), "1 2 ");
   }
-}
-
-TEST(ArrayTest, SerializeStoresNoPointers) {
-  int value = 0;
-  CArray<int *, int *> array;
-  array.Add(&value);
-  CMemFile file;
-  CArchive stored(&file, CArchive::store);
-  array.Serialize(stored);
-  EXPECT_EQ(file.GetLength(), 0u);
-  CMemFile foreign(std::string_view("\1\0\0\0abcdefgh", 12));
-  CArchive loaded(&foreign, CArchive::load);
-  array.Serialize(loaded);
-  EXPECT_EQ(array.GetSize(), 1);
-  EXPECT_EQ(array[0], &value);
-  EXPECT_EQ(array[1], nullptr);
-}
-
-TEST(ArrayTest, DerivedArraysSerializeTheirOwnWay) {
-  struct Names : CArray<std::string> {
-    void Serialize(CArchive &archive) override { archive.WriteCount(static_cast<std::uint32_t>(GetSize())); }
-  };
-  Names names;
-  names.Add("a");
-  CMemFile file;
-  CArchive stored(&file, CArchive::store);
-  CArray<std::string> &base = names;
-  base.Serialize(stored);
-  EXPECT_EQ(file.View(), std::string_view("\1\0\0\0", 4));
 }
 
 }  // namespace

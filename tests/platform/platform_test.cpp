@@ -14,41 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(FolderTest, FileExistKnowsFilesFromFolders) {
-  const TempFolder folder;
-  const std::string path = folder.Path("table.dbf");
-  EXPECT_EQ(FileExist(path.c_str()), 0);
-  folder.Put("table.dbf", "x");
-  EXPECT_NE(FileExist(path.c_str()), 0);
-  EXPECT_EQ(FileExist(folder.Path().c_str()), 0);
-  EXPECT_EQ(FileExist(""), 0);
-  EXPECT_EQ(FileExist(nullptr), 0);
-}
-
-TEST(NewFileTest, ReplacesAFileInOneStep) {
-  const TempFolder folder;
-  const std::string path = folder.Put("a.txt", "old and longer");
-  NewFile file(path);
-  EXPECT_TRUE(file.Write("new"));
-  EXPECT_TRUE(file.Write(" one"));
-  EXPECT_EQ(folder.Content("a.txt"), "old and longer");
-  EXPECT_TRUE(file.Commit(Flush::ToSystem));
-  EXPECT_EQ(folder.Content("a.txt"), "new one");
-  EXPECT_FALSE(file.Write("more"));
-  EXPECT_FALSE(file.Commit(Flush::ToSystem));
-  EXPECT_EQ(FilesIn(folder.Path()), (std::vector<std::string>{"a.txt"}));
-}
-
-TEST(NewFileTest, LeavesNothingWithoutCommit) {
-  const TempFolder folder;
-  {
-    NewFile file(folder.Path("a.txt"));
-    EXPECT_TRUE(file.Write("x"));
-    EXPECT_EQ(FilesIn(folder.Path()), (std::vector<std::string>{"a.txt.new"}));
-  }
-  EXPECT_TRUE(FilesIn(folder.Path()).empty());
-}
-
 TEST(NewFileTest, UsesALeftoverAgainButNoneThatIsBeingWritten) {
   const TempFolder folder;
   const std::string path = folder.Path("a.txt");
@@ -73,19 +38,6 @@ TEST(NewFileTest, FollowsLinksAndKeepsPermissions) {
   EXPECT_TRUE(fs::is_symlink(folder.Path("link.txt")));
   EXPECT_EQ(folder.Content("real.txt"), "new");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-}
-
-// A file for a parent refuses new files whoever asks, also where the permissions of a folder bind nobody.
-TEST(NewFileTest, FailsWhereNoFileCanBeMade) {
-  const TempFolder folder;
-  folder.Put("file", "");
-  fs::create_directory(folder.Path("sub"));
-  for (const std::string &path : {folder.Path("file/a.txt"), folder.Path("none/a.txt"), folder.Path("sub"),
-                                  std::string("/dev/null"), std::string()}) {
-    EXPECT_FALSE(WriteFileBytes(path, "x", Flush::ToDisk)) << path;
-  }
-  EXPECT_TRUE(fs::is_character_file("/dev/null"));
-  EXPECT_FALSE(FileExist(".new"));
 }
 
 TEST(NewFileTest, StoppedAnywhereLeavesTheOldFileOrTheNewOne) {
@@ -125,72 +77,6 @@ TEST(NewFileTest, AFullDiskLeavesTheOldFileAndNothingElse) {
   }));
   EXPECT_EQ(folder.Content("a.txt"), "old");
   EXPECT_EQ(FilesIn(folder.Path()), (std::vector<std::string>{"a.txt"}));
-}
-
-TEST(FileTest, ReadsAndWritesByPosition) {
-  const TempFolder folder;
-  const std::string path = folder.Put("a", "0123456789");
-  File file;
-  EXPECT_FALSE(file.Open(folder.Path("none"), File::Access::ReadAndWrite));
-  EXPECT_FALSE(file.Open(folder.Path(), File::Access::Read));
-  EXPECT_EQ(file.Size(), 0u);
-  ASSERT_TRUE(file.Open(path, File::Access::ReadAndWrite));
-  char bytes[8] = {};
-  EXPECT_EQ(file.ReadAt(7, bytes, 8), 3u);
-  EXPECT_EQ(std::string_view(bytes, 3), "789");
-  EXPECT_EQ(file.ReadAt(11, bytes, 8), 0u);
-  EXPECT_TRUE(file.WriteAt(9, "ab", 2));
-  EXPECT_EQ(file.Size(), 11u);
-  EXPECT_TRUE(file.Resize(4));
-  File moved = std::move(file);
-  EXPECT_TRUE(moved.FlushToDisk());
-  moved.Close();
-  EXPECT_EQ(folder.Content("a"), "0123");
-}
-
-TEST(FileTest, TellsWhetherItWasReplaced) {
-  const TempFolder folder;
-  const std::string path = folder.Put("a", "old");
-  File file;
-  ASSERT_TRUE(file.Open(path, File::Access::Read));
-  EXPECT_TRUE(file.IsAt(path));
-  EXPECT_TRUE(WriteFileBytes(path, "new", Flush::ToSystem));
-  EXPECT_FALSE(file.IsAt(path));
-  char bytes[3] = {};
-  EXPECT_EQ(file.ReadAt(0, bytes, 3), 3u);
-  EXPECT_EQ(std::string_view(bytes, 3), "old");
-}
-
-TEST(FolderTest, MakesListsAndRemoves) {
-  const TempFolder folder;
-  const std::string sub = folder.Path("sub");
-  EXPECT_TRUE(MakeFolder(sub));
-  EXPECT_TRUE(MakeFolder(sub));
-  EXPECT_TRUE(MakeFolder(folder.Path("sub/deeper")));
-  EXPECT_FALSE(MakeFolder(folder.Path("none/deeper")));
-  folder.Put("sub/b", "");
-  folder.Put("sub/a", "");
-  EXPECT_FALSE(MakeFolder(folder.Path("sub/a")));
-  EXPECT_EQ(FilesIn(sub), (std::vector<std::string>{"a", "b"}));
-  EXPECT_EQ(FilesIn(sub + kPathSeparator), (std::vector<std::string>{"a", "b"}));
-  EXPECT_TRUE(RemoveFile(folder.Path("sub/a")));
-  EXPECT_FALSE(RemoveFile(folder.Path("sub/a")));
-  EXPECT_EQ(FilesIn(sub), (std::vector<std::string>{"b"}));
-  EXPECT_TRUE(FilesIn(folder.Path("none")).empty());
-}
-
-TEST(ReadFileTest, ReadsAllBytesOrLeavesTheContent) {
-  const TempFolder folder;
-  std::string all(200'000, '\0');
-  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char>(i * 7);
-  std::string content = "before";
-  EXPECT_FALSE(ReadFileBytes(folder.Path("none"), &content));
-  EXPECT_FALSE(ReadFileBytes(folder.Path(), &content));
-  EXPECT_EQ(content, "before");
-  EXPECT_TRUE(ReadFileBytes(folder.Put("a", all), &content));
-  EXPECT_EQ(content, all);
-  EXPECT_TRUE(ReadFileBytes(folder.Put("empty", ""), &content));
-  EXPECT_EQ(content, "");
 }
 
 }  // namespace
