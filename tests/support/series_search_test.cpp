@@ -15,19 +15,9 @@ TEST(SeriesSearch, FindsElementsThatAreNotZero) {
   const struct {
     Values x;
     int from, first, previous;
-  } cases[] = {{{0, 0, 3, 0, 5}, 0, 2, -1},
-               {{0, 0, 3, 0, 5}, 2, 2, 2},
-               {{0, 0, 3, 0, 5}, 3, 4, 2},
-               {{0, 0, 3, 0, 5}, 4, 4, 4},
-               {{0, 0, 3, 0, 5}, 5, -1, 4},
-               {{0, 0, 3, 0, 0}, 3, -1, 2},
-               {{0, 0, 3, 0, 5}, kGreatestInt, -1, 4},
-               {{0, 0, 3, 0, 5}, -1, 2, -1},
-               {{4, 0}, kLeastInt, 0, -1},
-               {{0, -0.0, 0}, 1, -1, -1},
-               {{0, kNaN, 0}, 0, 1, -1},
-               {{0, 5e-324, 0}, 2, -1, 1},
-               {{}, 0, -1, -1}};
+  } cases[] = {{{0, 0, 3, 0, 5}, 0, 2, -1},  {{0, 0, 3, 0, 5}, 3, 4, 2}, {{0, 0, 3, 0, 5}, 5, -1, 4},
+               {{0, 0, 3, 0, 5}, -1, 2, -1}, {{4, 0}, kLeastInt, 0, -1}, {{0, -0.0, 0}, 1, -1, -1},
+               {{0, kNaN, 0}, 0, 1, -1},     {{0, 5e-324, 0}, 2, -1, 1}, {{}, 0, -1, -1}};
   for (const auto &c : cases) {
     // The start index does not matter to either.
     for (const int start : {0, 3, kNoValidBar}) {
@@ -43,14 +33,10 @@ TEST(SeriesSearch, GivesTheExtremesOfValidBars) {
     Values x;
     int start, first, last;
     double largest, smallest;
-  } cases[] = {{{9, 3, 5, 4, -9}, 1, 1, 3, 5.0, 3.0},
-               {{9, 3, 5, 4, -9}, 1, 0, 3, 5.0, 3.0},
-               {{9, 3, 5, 4, -9}, 0, 2, 2, 5.0, 5.0},
+  } cases[] = {{{9, 3, 5, 4, -9}, 1, 0, 3, 5.0, 3.0},
                {{9, 3, 5, 4, -9}, 0, 3, 99, 4.0, -9.0},
                {{9, 3, 5, 4, -9}, 0, kLeastInt, kGreatestInt, 9.0, -9.0},
                {{9, 3, 5, 4, -9}, 0, 3, 2, kNoMaximum, -kNoMaximum},
-               {{9, 3, 5, 4, -9}, 0, -5, -1, kNoMaximum, -kNoMaximum},
-               {{9, 3, 5, 4, -9}, 0, 5, 9, kNoMaximum, -kNoMaximum},
                {{9, 3, 5, 4, -9}, 3, 0, 2, kNoMaximum, -kNoMaximum},
                {{9, 3, 5, 4, -9}, kNoValidBar, 0, 4, kNoMaximum, -kNoMaximum},
                {{}, 0, 0, 0, kNoMaximum, -kNoMaximum},
@@ -58,7 +44,6 @@ TEST(SeriesSearch, GivesTheExtremesOfValidBars) {
                {{-1e300, -1e301}, 0, 0, 1, -1e300, -1e301},
                {{1e300, 1e301}, 0, 0, 1, 1e301, 1e300},
                {{kNaN, 4, kNaN, 3, kNaN}, 0, 0, 4, 4.0, 3.0},
-               {{kNaN, kNaN}, 0, 0, 1, kNoMaximum, -kNoMaximum},
                {{-kInfinity, kInfinity}, 0, 0, 1, kInfinity, -kInfinity}};
   for (const auto &c : cases) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
