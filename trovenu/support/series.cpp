@@ -138,6 +138,8 @@ void SVector::CopyElements(const SVector &other, int from) {
   drawLast_ = other.drawLast_;
 }
 
+SVector SVector::TakeElements() { return std::move(*this); }
+
 SVector SVector::CopyFrom(int from) const {
   SVector copy;
   copy.CopyElements(*this, from);

@@ -193,6 +193,9 @@ class TROVENU_API SVector {
   /// Makes the object a series of `n` elements that are 0.0 below `start`. The caller writes every element
   /// from `start` on. The size is 0 when memory is exhausted.
   void BeginResult(int n, int start);
+  /// Hands the elements over and leaves an empty series, which keeps its owner's marks (`minMaxChanged`, the
+  /// draw range): for a result that takes the place of an operand.
+  SVector TakeElements();
   /// A copy that carries over only the elements from `from` on; those before read as 0.0.
   SVector CopyFrom(int from) const;
   /// Sets every element below `start` to 0.0 and the start index to `start`: for a result that is computed in

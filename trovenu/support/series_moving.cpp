@@ -83,8 +83,8 @@ struct WindowExtreme {
 template <class Run>
 void FillMoving(SVector &result, const SVector &source, int n, Run run) {
   if (&result == &source) {
-    const SVector copy(source);
-    FillMoving(result, copy, n, run);
+    const SVector operand = result.TakeElements();
+    FillMoving(result, operand, n, run);
     return;
   }
   if (n < 1) {
@@ -123,8 +123,8 @@ void ClearNonPositiveWindows(const double *x, int first, int size, int n, double
 template <class Next>
 void FillGrowing(SVector &result, const SVector &source, int n, Next next) {
   if (&result == &source) {
-    const SVector copy(source);
-    FillGrowing(result, copy, n, next);
+    const SVector operand = result.TakeElements();
+    FillGrowing(result, operand, n, next);
     return;
   }
   const bool constant = source.IsConstant();

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "trovenu/support/series.h"
 
@@ -108,7 +107,7 @@ void Combine(SVector &out, const SVector &a, const SVector &b, Operation op) {
   const bool isOperand = &out == &a || &out == &b;
   if (isOperand && (out.IsConstant() || out.size != size)) {
     // The operand must outlive the result that takes its place.
-    const SVector operand(std::move(out));
+    const SVector operand = out.TakeElements();
     Combine(out, &a == &out ? operand : a, &b == &out ? operand : b, op);
     return;
   }
@@ -141,7 +140,7 @@ void Shift(SVector &out, const SVector &in, int n) {
     return;
   }
   if (&out == &in) {
-    const SVector operand(std::move(out));
+    const SVector operand = out.TakeElements();
     Shift(out, operand, n);
     return;
   }
