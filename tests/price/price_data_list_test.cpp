@@ -34,6 +34,22 @@ std::string NamesOf(const SPriceDataList &list) {
 
 using Ids = std::vector<int>;
 
+TEST(PriceDataList, AddGrowsByTheStepAndGivesTheLargestIdPlusOne) {
+  SPriceDataList list;
+  EXPECT_EQ(list.GetNextID(), 0);
+  for (int i = 0; i < 8; ++i) {
+    EXPECT_EQ(list.Add(), i);
+    EXPECT_EQ(list.capacity, i < 1 ? 1 : i < 6 ? 6 : 11) << i;
+  }
+  list[3].SetID(50);
+  EXPECT_EQ(list.Add(), 51);
+  EXPECT_EQ(list.GetSymbolNoFromID(50), 3);
+  EXPECT_EQ(list.GetSymbolNoFromID(99), -1);
+  EXPECT_EQ(list.GetSymbolIDFromNo(9), -1);
+  list[3].SetID(INT_MAX);
+  EXPECT_EQ(list.GetNextID(), INT_MAX);
+}
+
 TEST(PriceDataList, ASymbolOfTheListItselfCanBeAdded) {
   SPriceDataList list;
   Fill(list, {0, 1, 2, 3, 4, 5});

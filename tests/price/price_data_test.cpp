@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace trovenu {
 namespace {
 
@@ -67,6 +69,23 @@ TEST(PriceData, ClearDataIsForAnotherSymbol) {
   data.property->MinMaxY = 3;
   data.ClearData();
   EXPECT_EQ(data.property->MinMaxY, 3) << "only the scale of the symbol goes";
+}
+
+TEST(PriceData, EachOverlayHasOneColorForAllItsLines) {
+  const SPriceData data;
+  for (int i = 0; i < 4; ++i) {
+    for (const Color color : data.overlays[i].LineColor)
+      EXPECT_EQ(color, CThemeManager::GetColor(347 + i)) << i;
+  }
+}
+
+TEST(PriceData, SlotsAndLinesOutsideTheirRangesMakeNothing) {
+  SPriceData data;
+  data.lines = nullptr;
+  for (const int index : {-1, 10, INT_MIN, INT_MAX}) data.SetBaseInfoValue(index, 1.0);
+  for (const int index : {-1, 28, INT_MIN, INT_MAX}) data.SetSRLineValue(index, 1.0);
+  EXPECT_EQ(data.baseInfo, nullptr);
+  EXPECT_EQ(data.lines, nullptr);
 }
 
 TEST(PriceData, PriceExtremesFollowTheChartType) {

@@ -46,12 +46,45 @@ TEST(PriceHistory, EachCodeHasItsSeriesAndBatchesGoInFront) {
   }
 }
 
+TEST(PriceHistory, OnlyCloseAndEventsSetAFlag) {
+  // Buffers: close, open, high, low, volume, date, open interest, amount, events.
+  const int buffers[] = {0, 1, 2, 3, 5, 4, 7, 6, 8, 9, 10};
+  for (int code = 0; code <= 10; ++code) {
+    SPriceData added;
+    added.AddData(code, 1.0);
+    SPriceData inserted;
+    inserted.InsertData(code, 1.0);
+    EXPECT_EQ(inserted.insertBuffer[buffers[code]].GetSize(), 1) << code;
+    for (const SPriceData *data : {&added, &inserted}) {
+      EXPECT_EQ(data->dataFlag, code == 0 ? 1 : 0) << code;
+      EXPECT_EQ(data->eventFlag, code >= 8 ? 1 : 0) << code;
+    }
+    inserted.InsertDataEnd();
+    EXPECT_EQ(inserted.eventFlag, 1);
+  }
+}
+
+// Required: what the series remember of their extremes stays as it is; and `CompressData` does nothing.
+TEST(PriceHistory, UpdateDataLeavesWhatTheSeriesRemember) {
+  SPriceData data;
+  for (const int code : {SPriceData::kClose, SPriceData::kHigh}) data.AddData(code, 10.0);
+  EXPECT_EQ(data.GetPriceMaxTemp(0, 0), 10.0);
+  data.dataFlag = 0;
+  data.UpdateData(SPriceData::kClose, 20.0, 0);
+  data.CompressData(2);
+  EXPECT_EQ(data.dataFlag, 0);
+  EXPECT_EQ(data.GetPriceMaxTemp(0, 0), 10.0);
+  EXPECT_EQ(data.GetPriceMax(0, 0), 20.0);
+  data.InitTemp();
+  EXPECT_EQ(data.GetPriceMaxTemp(0, 0), 20.0);
+}
+
 TEST(PriceHistory, CalcCorrectedPriceFindsTheBarOfEachEvent) {
   struct {
     Numbers bars, events, positions;
   } const cases[] = {
       {{20240102, 20240103, 20240105}, {20240102, 20240105}, {0, 2}},
-      // Two events on one day, and one on a day without a bar: the search starts anew behind it.
+      // Two events on one day; one without a bar hands its negative result on, so the search starts anew.
       {{20240102, 20240103, 20240105}, {20240103, 20240103, 20240104, 20240102}, {1, 1, -1, 0}},
       // Out of order, the search goes on from the hit before.
       {{20240102, 20240103, 20240105}, {20240105, 20240102, 20240103}, {2, -1, 1}},

@@ -36,6 +36,27 @@ TEST(PriceProperty, AssignmentLeavesBaseLinesAndOffers) {
   EXPECT_EQ(StoredBy(source, 0), defaults);
 }
 
+TEST(PriceProperty, StyleIsColorsAndFillsOfBothSides) {
+  const SPriceProperty usual;
+  SPriceProperty other;
+  other.PriceChartType = 5;
+  other.Value1[0] = "99";
+  other.VolumeAtPriceColor[3] = 1;
+  EXPECT_EQ(usual.CompStyle(other), 1);
+  for (const int side : {0, 1, 2, 3}) {
+    SPriceProperty changed;
+    if (side < 2) {
+      (side == 0 ? changed.WhiteLineColor : changed.BlackLineColor)[17] = 1;
+    } else {
+      (side == 2 ? changed.WhiteLineFill : changed.BlackLineFill)[17] = 1;
+    }
+    EXPECT_EQ(usual.CompStyle(changed), 0) << side;
+    other.AssignStyle(changed);
+    EXPECT_EQ(other.CompStyle(changed), 1) << side;
+  }
+  EXPECT_TRUE(other.Value1[0] == "99" && other.VolumeAtPriceColor[3] == 1);
+}
+
 TEST(PriceProperty, OptionsFromAReferencePrice) {
   SPriceProperty property;
   property.SetValue(10000.0);
