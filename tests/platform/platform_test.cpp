@@ -29,6 +29,7 @@ TEST(NewFileTest, UsesALeftoverAgainButNoneThatIsBeingWritten) {
   EXPECT_EQ(FilesIn(folder.Path()), (std::vector<std::string>{"a.txt"}));
 }
 
+#if !defined(_WIN32)
 TEST(NewFileTest, FollowsLinksAndKeepsPermissions) {
   const TempFolder folder;
   const std::string path = folder.Put("real.txt", "old");
@@ -38,6 +39,19 @@ TEST(NewFileTest, FollowsLinksAndKeepsPermissions) {
   EXPECT_TRUE(fs::is_symlink(folder.Path("link.txt")));
   EXPECT_EQ(folder.Content("real.txt"), "new");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+#endif
+
+// A file for a parent refuses new files whoever asks, also where the permissions of a folder bind nobody.
+TEST(NewFileTest, FailsWhereNoFileCanBeMade) {
+  const TempFolder folder;
+  folder.Put("file", "");
+  fs::create_directory(folder.Path("sub"));
+  for (const std::string &path :
+       {folder.Path("file/a.txt"), folder.Path("none/a.txt"), folder.Path("sub"), std::string()}) {
+    EXPECT_FALSE(WriteFileBytes(path, "x", Flush::ToDisk)) << path;
+  }
+  EXPECT_FALSE(FileExist(".new"));
 }
 
 TEST(NewFileTest, StoppedAnywhereLeavesTheOldFileOrTheNewOne) {
