@@ -44,6 +44,7 @@
 #include "trovenu/support/series.h"
 #include "trovenu/support/string_list.h"
 #include "trovenu/support/table_check.h"
+#include "trovenu/support/table_delete.h"
 #include "trovenu/support/table_file.h"
 #include "trovenu/support/table_format.h"
 #include "trovenu/support/table_reader.h"
