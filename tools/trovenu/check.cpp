@@ -3,8 +3,9 @@
 #include <string>
 
 #include "tools/trovenu/command.h"
-#include "tools/trovenu/date_text.h"
 #include "tools/trovenu/formula.h"
+#include "tools/trovenu/formula_folder.h"
+#include "tools/trovenu/formula_options.h"
 #include "tools/trovenu/output_file.h"
 #include "tools/trovenu/repaint.h"
 #include "tools/trovenu/sample_bars.h"
@@ -17,6 +18,7 @@ namespace {
 
 struct Options {
   std::string formula;
+  std::string folder;
   std::string bars;
   bool repaint = false;
   int samples = 0;
@@ -28,17 +30,6 @@ struct Report {
 };
 
 std::string FaultText(const FormulaFault &fault) { return fault.OneLine() + "\n" + fault.place.Shown(); }
-
-std::string ShownText(const Shown &shown) {
-  if (!shown) return "no value";
-  std::string text;
-  AppendNumber(text, *shown);
-  return text;
-}
-
-std::string BarText(const Bars &bars, int bar) {
-  return DateText(bars[BarField::Date][bar]) + " (bar " + std::to_string(bar) + ")";
-}
 
 std::string Counted(long long count, const char *one, const char *many) {
   return std::to_string(count) + " " + (count == 1 ? one : many);
@@ -66,12 +57,13 @@ std::string CauseText(const RepaintCause &cause, const std::string &formula, con
 
 Report Check(const Options &options) {
   Bars bars = options.repaint ? ReadBars(options.bars) : SampleBars();
+  SFunctionList functions = FormulaFolder(options.folder).Functions();
   std::optional<FormulaFault> fault;
-  FormulaEngine(bars).Evaluate(options.formula, fault);
+  FormulaEngine(bars, &functions).Evaluate(options.formula, fault);
   if (fault) return {FaultText(*fault), kFailed};
   if (!options.repaint) return {"sound\n", kDone};
 
-  const RepaintSearch search(bars, nullptr, options.samples);
+  const RepaintSearch search(bars, &functions, options.samples);
   const std::string codePage = FormulaInCodePage(options.formula);
   const std::optional<Repaint> repaint = search.Find(codePage);
   if (!repaint) return {"does not repaint: " + LooksText(bars, search) + "\n", kDone};
@@ -99,6 +91,7 @@ Command AddCheck(CLI::App &tool) {
                    "Formula to check; the option's name may be left out")
       ->type_name("TEXT")
       ->required();
+  AddFolderOption(*command, options->folder);
   CLI::Option *repaint =
       command->add_flag("--repaint", options->repaint,
                         "Say whether values change when later bars arrive, and which word\nmakes them");

@@ -1,20 +1,17 @@
-#include <algorithm>
-#include <limits>
 #include <memory>
-#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tools/trovenu/bars.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/formula.h"
+#include "tools/trovenu/result_columns.h"
 #include "tools/trovenu/terminal_text.h"
 
 namespace trovenu::tool {
 
 namespace {
-
-constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
 
 struct Options {
   std::string bars;
@@ -24,38 +21,14 @@ struct Options {
   std::string out;
 };
 
-// The formula as a heading; a second one of the same text gets a number behind it.
-std::string HeadingOf(const std::string &formula, std::set<std::string> &taken) {
-  const std::string text = OneLine(formula);
-  std::string heading = text;
-  for (int i = 2; !taken.insert(heading).second; ++i) heading = text + " (" + std::to_string(i) + ")";
-  return heading;
-}
-
-// The values of the bars from `first` to `bars` - 1, with none below the start index and behind the end.
-std::vector<double> ValuesOf(const SVector &result, int first, int bars) {
-  std::vector<double> values(static_cast<std::size_t>(bars - first), kNoValue);
-  const int end = std::min(bars, result.GetSize());
-  for (int i = std::max(first, result.GetStartIndex()); i < end; ++i) {
-    values[static_cast<std::size_t>(i - first)] = result[i];
-  }
-  return values;
-}
-
 int Run(const Options &options) {
   Bars bars = ReadBars(options.bars);
-  const int count = bars.Size();
-  const int first = options.last > 0 ? std::max(0, count - options.last) : 0;
-  Table table;
-  std::set<std::string> taken = {"date"};
-  table.columns.push_back({"date", TableColumn::Dates{ValuesOf(bars[BarField::Date], first, count)}});
+  ResultColumns results(bars, options.last);
   FormulaEngine engine(bars);
   for (const std::string &formula : options.formulas) {
-    const SVector result = engine.Evaluate(formula);
-    table.columns.push_back(
-        {HeadingOf(formula, taken), TableColumn::Numbers{ValuesOf(result, first, count)}});
+    results.Add(OneLine(formula), engine.Evaluate(formula));
   }
-  WriteResult(table, options.format, options.out);
+  WriteResult(std::move(results).Take(), options.format, options.out);
   return kDone;
 }
 

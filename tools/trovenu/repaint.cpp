@@ -1,15 +1,12 @@
 #include "tools/trovenu/repaint.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
 #include <vector>
 
 #include "tools/trovenu/expression_tree.h"
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/formula/words.h"
-#include "trovenu/support/korean.h"
 
 namespace trovenu::tool {
 
@@ -48,11 +45,6 @@ const char *ReasonOf(const std::string &word) {
   return reason != std::end(kReasons) ? reason->text : "";
 }
 
-bool IsSame(const Shown &a, const Shown &b) {
-  if (!a || !b) return a.has_value() == b.has_value();
-  return *a == *b || (std::isnan(*a) && std::isnan(*b));
-}
-
 // What a formula showed so far, look by look.
 class History {
  public:
@@ -66,8 +58,7 @@ class History {
     shown_.resize(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
       Shown &bar = shown_[static_cast<std::size_t>(i)];
-      const bool has = i >= result.GetStartIndex() && i < size_;
-      const Shown now = has ? Shown(result[i]) : Shown();
+      const Shown now = ShownAt(result, i);
       const bool isNew = i >= known || (countsGroups_ && i >= oldSize);
       if (!isNew && !IsSame(bar, now)) NoteChange(i, bar, now, count - 1);
       bar = now;
@@ -84,8 +75,10 @@ class History {
   // gives values to bars that are past.
   void NoteLag(int count) {
     if (size_ == 0) return;
-    if (!lag_) lag_ = count - size_;
-    countsGroups_ = countsGroups_ || count - size_ != *lag_;
+    const int lag = count - size_;
+    countsGroups_ = countsGroups_ || (hasLag_ && lag != lag_);
+    lag_ = lag;
+    hasLag_ = true;
   }
 
   void NoteChange(int bar, const Shown &before, const Shown &after, int arrived) {
@@ -103,7 +96,8 @@ class History {
   std::vector<Shown> shown_;
   std::vector<bool> changed_;
   int size_ = 0;
-  std::optional<int> lag_;
+  int lag_ = 0;
+  bool hasLag_ = false;
   bool countsGroups_ = false;
   Repaint repaint_;
 };

@@ -7,15 +7,13 @@
 #include <string>
 
 #include "tools/trovenu/bars.h"
+#include "tools/trovenu/shown.h"
 
 namespace trovenu {
 class SFunctionList;
 }
 
 namespace trovenu::tool {
-
-/// What a formula shows on a bar; no number where the bar has no value.
-using Shown = std::optional<double>;
 
 /// The changes of a formula's values on bars that were there already.
 struct Repaint {
