@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tests/formula/bars.h"
+#include "tests/formula/random_formula.h"
 #include "trovenu/formula/function_table.h"
 #include "trovenu/formula/words.h"
 #include "trovenu/platform/code_page.h"
@@ -65,6 +66,7 @@ class Chart {
       for (std::size_t k = 0; k < columns.size(); ++k) columns[k]->Add((*all_.Columns()[k])[i]);
       SCalc calc;
       bars.Bind(calc);
+      calc.SetFunction(&functions_);
       calc.SetExpression(formula.c_str());
       SVector now = calc.Calculate();
       const int known = countsGroups ? before.GetSize() : i;
@@ -87,6 +89,7 @@ class Chart {
   }
 
   std::mt19937 random_;
+  SFunctionList functions_ = RandomFormula::UserFunctions();
   Bars all_;
 };
 
@@ -165,6 +168,15 @@ TEST(LanguagePage, SaysThatAnyNegativeShiftRepaints) {
       found = !chart.Repaints(call + ")") && chart.Repaints(call + ", -2)");
     }
     EXPECT_TRUE(found) << Utf8FromCodePage(word.text, nullptr);
+  }
+}
+
+TEST(LanguagePage, FormulasOfOtherWordsDoNotRepaint) {
+  Chart chart(7);
+  RandomFormula formulas(7, RandomFormula::Words::TailCalls);
+  for (int i = 0; i < 300; ++i) {
+    const std::string formula = formulas.Next();
+    EXPECT_FALSE(chart.Repaints(formula)) << Utf8FromCodePage(formula, nullptr);
   }
 }
 

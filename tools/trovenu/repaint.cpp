@@ -209,7 +209,9 @@ class CauseSearch {
     if (part.kind == Expression::Kind::Name) {
       if (RepaintsByShift(scope, part)) return CauseAt(scope, part, kNegativeShift);
       if (const Expression *assignment = AssignmentOf(scope, part)) {
-        return Descend(scope, assignment->parts.front());
+        // A call of a user function may have changed the variable since.
+        const Expression &value = assignment->parts.front();
+        return Repaints(scope, value) ? Descend(scope, value) : CauseAt(scope, part, "");
       }
       if (const std::optional<RepaintCause> cause = FindInFunction(scope, part)) return *cause;
     }
