@@ -47,8 +47,8 @@ TEST(PriceHistory, EachCodeHasItsSeriesAndBatchesGoInFront) {
 }
 
 TEST(PriceHistory, OnlyCloseAndEventsSetAFlag) {
-  // Buffers: close, open, high, low, volume, date, open interest, amount, events.
-  const int buffers[] = {0, 1, 2, 3, 5, 4, 7, 6, 8, 9, 10};
+  // Buffers: close, open, low, high, volume, date, open interest, amount, events.
+  const int buffers[] = {0, 1, 3, 2, 5, 4, 7, 6, 8, 9, 10};
   for (int code = 0; code <= 10; ++code) {
     SPriceData added;
     added.AddData(code, 1.0);

@@ -142,7 +142,7 @@ class TROVENU_API SPriceData : public SBaseData {
   int ChartPeriod = 2;
   /// 1 once a close has been added or inserted.
   int dataFlag = 0;
-  /// Older bars until `InsertDataEnd`: close, open, high, low, volume, date, open interest, amount, event
+  /// Older bars until `InsertDataEnd`: close, open, low, high, volume, date, open interest, amount, event
   /// date and the two event values. The order is not that of the codes.
   SVector insertBuffer[kFieldCodes];
   /// Corporate events: date, the host's two values, and the position that `CalcCorrectedPrice` finds.

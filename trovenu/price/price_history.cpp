@@ -5,7 +5,7 @@ namespace {
 
 // The field code of each insert buffer.
 constexpr int kInsertOrder[SPriceData::kFieldCodes] = {
-    SPriceData::kClose,     SPriceData::kOpen,        SPriceData::kHigh,         SPriceData::kLow,
+    SPriceData::kClose,     SPriceData::kOpen,        SPriceData::kLow,          SPriceData::kHigh,
     SPriceData::kVolume,    SPriceData::kDate,        SPriceData::kOpenInterest, SPriceData::kAmount,
     SPriceData::kEventDate, SPriceData::kEventValue1, SPriceData::kEventValue2,
 };

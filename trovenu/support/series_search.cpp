@@ -74,28 +74,29 @@ double SVector::GetMax() const { return LargestIn(*this, Clip(*this, 0, size)); 
 
 double SVector::GetMin() const { return SmallestIn(*this, Clip(*this, 0, size)); }
 
+// The bounded forms always look anew, and what they find is remembered for the forms that end in Temp.
 double SVector::GetMax(int first, int last, int /*mode*/) const {
-  return LargestIn(*this, Clip(*this, first, last));
+  maxCache_ = {first, last, startIndex, true, LargestIn(*this, Clip(*this, first, last))};
+  return maxCache_.value;
 }
 
 double SVector::GetMin(int first, int last, int /*mode*/) const {
-  return SmallestIn(*this, Clip(*this, first, last));
+  minCache_ = {first, last, startIndex, true, SmallestIn(*this, Clip(*this, first, last))};
+  return minCache_.value;
 }
 
 double SVector::GetMaxTemp(int first, int last) const {
-  RangeCache &cache = maxCache_;
-  if (!cache.filled || cache.first != first || cache.last != last || cache.start != startIndex) {
-    cache = {first, last, startIndex, true, GetMax(first, last, 0)};
-  }
-  return cache.value;
+  const RangeCache &cache = maxCache_;
+  const bool remembered =
+      cache.filled && cache.first == first && cache.last == last && cache.start == startIndex;
+  return remembered ? cache.value : GetMax(first, last, 0);
 }
 
 double SVector::GetMinTemp(int first, int last) const {
-  RangeCache &cache = minCache_;
-  if (!cache.filled || cache.first != first || cache.last != last || cache.start != startIndex) {
-    cache = {first, last, startIndex, true, GetMin(first, last, 0)};
-  }
-  return cache.value;
+  const RangeCache &cache = minCache_;
+  const bool remembered =
+      cache.filled && cache.first == first && cache.last == last && cache.start == startIndex;
+  return remembered ? cache.value : GetMin(first, last, 0);
 }
 
 void SVector::InitTemp() {
