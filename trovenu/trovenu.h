@@ -19,6 +19,7 @@
 #include "trovenu/platform/code_page_text.h"
 #include "trovenu/platform/export.h"
 #include "trovenu/platform/font_metric.h"
+#include "trovenu/platform/host.h"
 #include "trovenu/platform/mem_file.h"
 #include "trovenu/platform/platform.h"
 #include "trovenu/platform/print_format.h"
