@@ -41,6 +41,38 @@ TEST(DBTest, AnyTextComesBackAndIsFound) {
   }
 }
 
+TEST(DBTest, CollectedRecordsAreCountedTogether) {
+  const TempFolder folder;
+  const std::string path = folder.Path("a.rpt");
+  MakeTable(path, 2);
+  DB table(path.c_str());
+  table.CollectRecords();
+  for (int i = 2; i < 5; ++i) EXPECT_NE(AddRecord(&table, i), 0);
+  EXPECT_EQ(CountRecords(path), 2);
+  EXPECT_NE(table.WriteCollected(), 0);
+  EXPECT_TRUE(IsRecord(table, 4));
+  EXPECT_EQ(CountRecords(path), 5);
+  {
+    DB other(path.c_str());
+    other.CollectRecords();
+    AddRecord(&other, 5);
+  }
+  EXPECT_EQ(CountRecords(path), 6);
+  if (!CanStopWrites()) GTEST_SKIP() << "writes can't be stopped here";
+  bool finished = false;
+  for (std::size_t stopAt = 0; !finished; ++stopAt) {
+    ASSERT_LT(stopAt, 100u);
+    MakeTable(path, 1);
+    finished = StopAtWrite(stopAt, 50, [&] {
+                 DB writer(path.c_str());
+                 writer.CollectRecords();
+                 for (int i = 1; i < 4; ++i) AddRecord(&writer, i);
+               }).finished;
+    const int records = CountRecords(path);
+    EXPECT_TRUE(records >= 1 && records <= 4 && (records == 4 || !finished)) << stopAt << ' ' << records;
+  }
+}
+
 TEST(DBTest, StoppedCreationLeavesTheOldTableOrTheNewOne) {
   if (!CanStopWrites()) GTEST_SKIP() << "writes can't be stopped here";
   const TempFolder folder;

@@ -1,16 +1,19 @@
 #include "trovenu/support/table_cursor.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace trovenu {
 
 bool TableCursor::Open(const std::string &path) {
+  WriteCollected();
   const bool opened = file_.Open(path);
   MoveFirst();
   return opened;
 }
 
 void TableCursor::Close() {
+  WriteCollected();
   file_.Close();
   MoveFirst();
 }
@@ -84,7 +87,22 @@ bool TableCursor::Write() {
   const Pending pending = pending_;
   pending_ = Pending::Nothing;
   if (pending == Pending::Changed) return file_.Replace(index_, record_);
-  if (pending != Pending::New || !file_.Append(record_)) return false;
+  if (pending != Pending::New) return false;
+  if (collecting_) {
+    collected_ += record_;
+    return true;
+  }
+  if (!file_.Append(record_)) return false;
+  index_ = file_.RecordCount() - 1;
+  return true;
+}
+
+bool TableCursor::WriteCollected() {
+  collecting_ = false;
+  const std::string records = std::move(collected_);
+  collected_.clear();
+  if (records.empty()) return true;
+  if (!file_.Append(records)) return false;
   index_ = file_.RecordCount() - 1;
   return true;
 }

@@ -162,18 +162,22 @@ bool TableFile::LockForWriting() {
   return true;
 }
 
-bool TableFile::Append(std::string_view record) {
-  if (!writable_ || record.size() != format_.RecordSize() || !LockForWriting()) return false;
+bool TableFile::Append(std::string_view records) {
+  const std::size_t added = records.size() / format_.RecordSize();
+  if (!writable_ || added == 0 || added * format_.RecordSize() != records.size() || added > kMostRecords)
+    return false;
+  if (!LockForWriting()) return false;
   const std::uint32_t count = CountIn(writer_, format_);
   const std::uint64_t at = OffsetOf(format_, count);
-  std::string bytes(record);
+  std::string bytes(records);
   bytes += TableFormat::kEndMark;
-  const std::string counted = CountBytes(count + 1);
-  const bool done = count < kMostRecords && writer_.WriteAt(at, bytes.data(), bytes.size()) &&
+  const auto behind = count + static_cast<std::uint32_t>(added);
+  const std::string counted = CountBytes(behind);
+  const bool done = count <= kMostRecords - added && writer_.WriteAt(at, bytes.data(), bytes.size()) &&
                     writer_.WriteAt(TableFormat::kCountAt, counted.data(), counted.size());
   if (done) {
     written_ = true;
-    count_ = count + 1;
+    count_ = behind;
   } else {
     const std::string before = CountBytes(count);
     writer_.WriteAt(TableFormat::kCountAt, before.data(), before.size());

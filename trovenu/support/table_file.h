@@ -56,9 +56,9 @@ class TROVENU_API TableFile {
   /// be read. Their first one is a `RecordMark`; where it is something else, the record is damaged.
   const char *Record(std::uint32_t index) const;
 
-  /// Adds a record behind all others, also those that other writers have added meanwhile. It is then the
-  /// last.
-  bool Append(std::string_view record);
+  /// Adds one record or several, byte behind byte, behind all others, also those that other writers have
+  /// added meanwhile. They are then the last ones, and are counted all at once.
+  bool Append(std::string_view records);
   /// Puts another record in the place of one.
   bool Replace(std::uint32_t index, std::string_view record);
 

@@ -32,7 +32,7 @@ DB::DB(const char *fileName, int mode) : DB() {
   Show();
 }
 
-DB::~DB() = default;
+DB::~DB() { cursor_->Close(); }
 
 int DB::CreateDB(const char *fileName) {
   cursor_->Close();
@@ -97,6 +97,14 @@ int DB::InsField(const char *field, const char *value) {
 
 int DB::WriteRecord() {
   const bool done = cursor_->Write();
+  Show();
+  return done ? 1 : 0;
+}
+
+void DB::CollectRecords() { cursor_->CollectRecords(); }
+
+int DB::WriteCollected() {
+  const bool done = cursor_->WriteCollected();
   Show();
   return done ? 1 : 0;
 }

@@ -63,6 +63,10 @@ class TROVENU_API DB {
   int InsField(const char *field, const char *value);
   /// Adds the new record to the table, or puts the changed one in its place, and stands at it.
   int WriteRecord();
+  /// New records are kept from here on, until `WriteCollected`, which the destructor calls too, adds them to
+  /// the table together, in one write. Records that are changed do not wait.
+  void CollectRecords();
+  int WriteCollected();
   /// @}
 
   /// \name Reading
