@@ -96,6 +96,70 @@ class TROVENU_API SIndex : public SIndexProp {
   void CalcCandlePattern();
   /// @}
 
+  /// \name Non-time charts
+  /// Each turns the bound closes into the chart type of that name and writes it into `ExpData`;
+  /// `docs/charts.md` explains the types. Nonzero `automatic` first sets the parameters, which stand in
+  /// `VarValue`, from the data; what was really used is written back there where a comment says so.
+  /// Everything is calculated anew. The results start at index 0 and have an entry for each element of the
+  /// chart; those that are not named stay empty. An unbound series counts as empty; closes without a value
+  /// other than 0 give empty results, and so does a walk of more than 10,000,000 boxes, bricks, steps or
+  /// bands, or one whose step is too small to move the price.
+  /// @{
+
+  /// Point and figure. Variable 0 is the number of boxes of a reversal (3 for text that is no number; 0 is
+  /// replaced by 3), variable 1 the box size (1; 0 by 1; one below the tick size by 50 ticks). Automatic: 3,
+  /// and 2 percent of the first close, rounded. Results, by column: date and position of the bar that closed
+  /// it, price where it starts, price where it ends.
+  void CalcPnF(int automatic);
+  /// Kagi. Variable 0 is the price distance of a reversal; 0 and text that is no number count as 1 and stay.
+  /// Automatic: 5 percent of the first close, rounded. Results, by line: date and position of the bar where
+  /// it ended, price where it starts, price where it ends.
+  void CalcKagi(int automatic);
+  /// Renko. Variable 0 is the brick size; 0 and text that is no number are replaced by 1, a size below the
+  /// tick size by 100 ticks. Automatic: 4 percent of the first close, rounded. Results, by brick: date and
+  /// position of the bar that made it, price where it starts, price where it ends.
+  void CalcRenko(int automatic);
+  /// Three-line break. Variable 0 is the number of lines that a reversal must break; 0 and text that is no
+  /// number are replaced by 3. Automatic: 3. Results, by line: date and position of the bar that made it,
+  /// price where it starts, price where it ends. Variable 1 receives the price of the next reversal as last
+  /// computed, 0 without a line; it stays where the results stay empty for want of closes.
+  void CalcThreeLineBreak(int automatic);
+  /// The smallest of `edges` (the largest if `up` is 0) over the last `lines` positions before `count`.
+  /// Required: none before the start index of close, a bound taken from another series. The newest edge,
+  /// position `count` - 1, where that leaves none.
+  double MakeChangeValue(int up, SVector &edges, int count, int lines);
+  /// A swing chart is a Kagi line by another name.
+  void CalcSwing(int automatic);
+  /// Counter-clock curve. Variable 0 is the period N (25 for text that is no number; 0 is replaced by 20).
+  /// Automatic: 20. Results, by bar: date, position, N-bar average of close, N-bar average of volume, the
+  /// first two with start index N - 1. `Expression` and `ConvExpression` 2 and 3 become the formulas of the
+  /// averages. Required: the first two are not emptied, so a second run appends to them.
+  void CalcCounterClock(int automatic);
+  /// Candle volume. The argument is not used. One result: the width of each bar's candle from the start index
+  /// of close on. Required: the volume times the average volume, not divided by it.
+  void CalcCandleVolume(int);
+  /// Volume at price over the bars from `first` to `last`, both included. Variable 0 is the number of bands
+  /// (15 for text that is no number); below 2 nothing changes, not even the results. Automatic: 15. Results,
+  /// by band: lower edge, upper edge, volume, its share of the largest band's volume, its share of the whole.
+  /// All zeros where the closes are all equal. Over a range without a bar the edges run from 1e38 to -1e38.
+  void CalcVolumeAtPrice(int automatic, int first, int last);
+  /// Market profile. The argument is not used. Variable 0 is the length of a time block in minutes, 15 at
+  /// least; it is never written. Results, by bar: date; letter (65 for 'A'), or 0 for a close that its block
+  /// already has; 1 at the first entry of a day; volume and number of bars of that close in that block, on
+  /// its first entry. Required: over closes with a start index above 0 the entries are shifted and cut; see
+  /// `docs/charts.md`.
+  void CalcMarketProfile(int);
+  /// ZigZag line. Variable 0 is the percentage of a reversal (5 for text that is no number), limited to 1 to
+  /// 50 for the run. Automatic: 5 percent of the first close, rounded, and read as a percentage all the same.
+  /// Results, by bar up to the last extreme: date, the first one twice and the others one entry late; the
+  /// close at turning points, 0 elsewhere.
+  void CalcZigZagLine(int automatic);
+  /// ZigZag ladder: the same turns as steps of price. Variable 0 as in `CalcZigZagLine`. Results, by step:
+  /// date and position of the bar that made it, price, and that price again at the first step of a new leg,
+  /// else 0.
+  void CalcZigZagOrgLine(int automatic);
+  /// @}
+
   /// \name Formulas
   /// @{
 
