@@ -58,6 +58,16 @@ TEST_F(CandleScan, ALiveUpdateResetsToZero) {
   EXPECT_EQ(Marks(), (std::vector<double>{1, 0, -1, 0, 1}));
 }
 
+TEST_F(CandleScan, ALiveUpdateMarksNumbersAndLeavesFaultsOutAsAFullScanDoes) {
+  patterns_.Add(Pattern("c > o"));
+  patterns_.Add(Pattern("2 > 1"));
+  patterns_.Add(Pattern("nothing; c > o"));
+  for (int scan = 0; scan < 2; ++scan) {
+    scan_.CalcLast();
+    EXPECT_EQ(Marks(), (std::vector<double>{1, 1, 1, 1}));
+  }
+}
+
 // Required: only a scan whose very first pattern leaves the tail path open takes it.
 TEST_F(CandleScan, TheFirstPatternDecidesOnTheTail) {
   patterns_.Add(Pattern("rsi(2) > 0"));

@@ -50,9 +50,9 @@ void SIndex::CalcCandlePattern() {
       if (isFirst && p < kExpressions) ++CalcCount[p];
       isFirst = false;
     }
-    // A faulty pattern has no valid bar and leaves the marks of the others in place.
-    if (!tail && found.GetStartIndex() >= found.GetSize()) continue;
-    for (int i = first; i < std::min(size, found.GetSize()); ++i) {
+    // A faulty pattern, or one without a valid bar, leaves the marks of the others in place.
+    if (calc.errorCount > 0 || found.GetStartIndex() >= found.GetSize()) continue;
+    for (int i = first; i < size; ++i) {
       if (found[i] != 0.0) marks[i] = p;
     }
   }
