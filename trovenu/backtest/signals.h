@@ -1,30 +1,33 @@
 #pragma once
 
-/// \file
-/// How every pass of a back-test reads the rule series.
-
-#include <algorithm>
+#include <cmath>
 
 #include "trovenu/support/series.h"
 
 namespace trovenu {
 
-/// What a rule series holds at a bar: 0.0 for no signal, else the price of the fill, with the number of a
-/// stop in front. A bar outside the series and NaN are no signal.
-inline double SignalAt(const SVector &rule, int bar) {
-  if (bar < 0 || bar >= rule.GetSize()) return 0.0;
-  const double signal = rule.data[bar];
-  return signal == signal ? signal : 0.0;
+/// The value of a signal at a bar, 0.0 where there is none: outside the series, a constant's one bar
+/// included, and where it holds NaN.
+inline double SignalAt(const SVector &series, int bar) {
+  if (bar < 0 || bar >= series.GetSize()) return 0.0;
+  const double value = series[bar];
+  return std::isnan(value) ? 0.0 : value;
 }
 
-inline bool HasSignal(const SVector &rule, int bar) { return SignalAt(rule, bar) != 0.0; }
+inline bool HasSignal(const SVector &series, int bar) { return SignalAt(series, bar) != 0.0; }
 
-/// The first bar at or after `from` with a signal, or -1.
-inline int FindSignal(const SVector &rule, int from) {
-  for (int i = std::max(from, 0); i < rule.GetSize(); ++i) {
-    if (HasSignal(rule, i)) return i;
+/// The first signal at or after `from`, which is at least 0; -1 if there is none.
+inline int NextSignal(const SVector &series, int from) {
+  for (int bar = from; bar < series.GetSize(); ++bar) {
+    if (HasSignal(series, bar)) return bar;
   }
   return -1;
+}
+
+/// The series that a pointer names, an empty one for null.
+inline const SVector &BarsOf(const SVector *series) {
+  static const SVector kNoBars;
+  return series != nullptr ? *series : kNoBars;
 }
 
 }  // namespace trovenu
