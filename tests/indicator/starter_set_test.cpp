@@ -133,6 +133,8 @@ TEST(StarterSet, IndicatorsWorkedOutByHand) {
       {"볼린저밴드", {"2", "3"}, 0, 15},
       {"볼린저밴드", {"2", "3"}, 2, 9},
       {"엔벨로프", {"2", "10"}, 0, 13.2},
+      // The line ends at 38 / 3 and misses 11, 11, 13 by a third, two thirds and a third.
+      {"회귀채널", {"3", "2"}, 1, 38.0 / 3 + 2 * std::sqrt(2.0 / 3)},
       // Buying 2 and range 4 in the last bar, 0 and 1 in the one before, 1 and 2, 2 and 3.
       {"얼티미트오실레이터", {"1", "2", "3"}, 0, (4 * 2.0 / 4 + 2 * 2.0 / 5 + 3.0 / 7) / 7 * 100},
       // A rise of 3, no fall, a range of 4.
@@ -260,6 +262,11 @@ TEST(StarterSet, FaultsNameTheirLine) {
       {"indicator a\nformula c", 2},
       {"indicator a\nform 1", 2},
       {"indicator a\nline x\nformula c\nwidth 1.5", 4},
+      {"indicator a\nline x\nformula c\ncolor 4294967295", 4},
+      {"indicator a\nline x\nformula c\nlog 2", 4},
+      {"indicator a\nline x\nformula c\nleast low", 4},
+      {"system a\ncolor 1", 2},
+      {"condition a\nscale 1", 2},
       {"indicator a\nline x\nformula c\nbase 1 2 3 4 5 6", 4},
       {"indicator a\nline 1\nline 2\nline 3\nline 4\nline 5\nline 6", 7},
       {"condition a\nvariable x", 2},
