@@ -238,6 +238,37 @@ class TROVENU_API SSimulation {
   void WriteSummary();
   /// @}
 
+  /// \name Result tables
+  /// All fields are texts. Each returns 1, whatever came of it; a path that takes no file yields none. The
+  /// folder must be there. Tables can be made again, so none of them waits for the disk.
+  /// @{
+
+  /// Makes an empty run table, one record a run, in place of one that may be there.
+  int CreateSummaryDB(SString fileName);
+  /// Adds a run. Nothing happens if there is no run table.
+  int InsertSummaryDB(SString fileName, SSummaryInfo &info);
+  /// Makes an empty summary table, one record a row.
+  int CreateIndividualSummaryDB(SString fileName);
+  /// Adds all rows of `SummaryRows`.
+  int InsertIndividualSummaryDB(SString fileName);
+  /// Makes an empty trade table, one record a trade.
+  int CreateTradingHistoryDB(SString fileName);
+  /// Adds all trades of `History`, with fill prices and returns in percent.
+  int InsertTradingHistoryDB(SString fileName);
+  /// @}
+
+  /// \name Pages
+  /// Each makes a page of the tables of a finished run, which it finds in the run table by the path of the
+  /// run's own table, written as it stands there. A run that is not in the run table yields no page. Pages
+  /// are in the code page, appear whole or not at all, and show what tables hold as plain text. The forms
+  /// that end in 2 are narrower, for print.
+  /// @{
+  static void SaveSummaryToHTML(SString runTable, SString summaryTable, SString outputFile);
+  static void SaveSummaryToHTML2(SString runTable, SString summaryTable, SString outputFile);
+  static void SaveTradeHistoryToHTML(SString runTable, SString tradeTable, SString outputFile);
+  static void SaveTradeHistoryToHTML2(SString runTable, SString tradeTable, SString outputFile);
+  /// @}
+
   /// Smallest step of price, which the host sets before stops are processed.
   double TickSize = 0.0;
   /// User functions of the rules; not owned.
@@ -307,6 +338,9 @@ class TROVENU_API SSimulation {
   SString SummaryInfoFileName;
   SString IndividualSummaryFileName;
   SString TradingHistoryFileName;
+
+ private:
+  void SetHistoryResults();
 };
 
 }  // namespace trovenu

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <span>
+
+#include "trovenu/backtest/simulation.h"
+
+/// \file
+/// The columns of the three result tables, in the order of their fields. They drive both how a table is made
+/// and how it is filled.
+
+namespace trovenu {
+
+/// A column that holds a text of a record as it is.
+template <class Record>
+struct TextColumn {
+  const char *name;
+  int width;
+  SString Record::*text;
+};
+
+/// A column of the trade table.
+struct TradeTableColumn {
+  const char *name;
+  int width;
+  SString (*text)(const SVector *history, int trade);
+};
+
+std::span<const TextColumn<SSummaryInfo>> RunTableColumns();
+std::span<const TextColumn<SSummary>> SummaryTableColumns();
+std::span<const TradeTableColumn> TradeTableColumns();
+
+}  // namespace trovenu
