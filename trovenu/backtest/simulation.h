@@ -166,9 +166,9 @@ class TROVENU_API SSimulation {
 
   /// \name Stops
   /// Each stop looks at one trade: `entryBar` is its entry, `*exitBar` and `*exitPrice` are its best exit so
-  /// far. It returns 0 if it moved the exit, and -1 if not. Prices come from the bars, settings from
-  /// `Setting`; without an index it works on `Index`. A null pointer, a side other than 0 and 1 and an entry
-  /// outside the bars give -1; bars past the newest one are not looked at.
+  /// far. It returns 0 if it moved the exit, and -1 if not: so for a null `exitBar` or `exitPrice`, a side
+  /// other than 0 and 1, and an entry outside the bars. A null index stands for `Index`. Bars past the newest
+  /// one are not looked at.
   /// @{
 
   /// Writes stop exits into the exit series of an index, or of `Index` for null, and makes entries and exits
@@ -340,6 +340,7 @@ class TROVENU_API SSimulation {
   SString TradingHistoryFileName;
 
  private:
+  void ProcessStopsOfSide(SIndex &index, int side);
   void SetHistoryResults();
 };
 
