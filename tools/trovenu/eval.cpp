@@ -6,6 +6,8 @@
 #include "tools/trovenu/bars.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/formula.h"
+#include "tools/trovenu/formula_folder.h"
+#include "tools/trovenu/formula_options.h"
 #include "tools/trovenu/result_columns.h"
 #include "tools/trovenu/terminal_text.h"
 
@@ -16,15 +18,17 @@ namespace {
 struct Options {
   std::string bars;
   std::vector<std::string> formulas;
+  std::string folder;
   int last = 0;
   FormatOption format;
   std::string out;
 };
 
 int Run(const Options &options) {
+  SFunctionList functions = FormulaFolder(options.folder).Functions();
   Bars bars = ReadBars(options.bars);
   ResultColumns results(bars, options.last);
-  FormulaEngine engine(bars);
+  FormulaEngine engine(bars, &functions);
   for (const std::string &formula : options.formulas) {
     results.Add(OneLine(formula), engine.Evaluate(formula));
   }
@@ -44,6 +48,7 @@ Command AddEval(CLI::App &tool) {
                    "from formula to formula; the option's name may be left out")
       ->type_name("TEXT")
       ->required();
+  AddFolderOption(*command, options->folder);
   command->add_option("--last", options->last, "Write the newest N bars only; all bars are evaluated")
       ->type_name("N")
       ->check(CLI::PositiveNumber);
