@@ -8,6 +8,7 @@
 #include "trovenu/formula/user_function.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/formula/words.h"
+#include "trovenu/indicator/formula_fields.h"
 #include "trovenu/indicator/formula_tables.h"
 #include "trovenu/indicator/index.h"
 #include "trovenu/indicator/index_list.h"

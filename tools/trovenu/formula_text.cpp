@@ -5,6 +5,8 @@
 
 #include "tools/trovenu/formula_folder.h"
 #include "tools/trovenu/terminal_text.h"
+#include "trovenu/indicator/formula_fields.h"
+#include "trovenu/indicator/starter_set.h"
 #include "trovenu/platform/code_page.h"
 
 namespace trovenu::tool {
@@ -62,12 +64,23 @@ std::string VariableText(const SIndex &entry, int i) {
   return Statement("variable", OneLine(text));
 }
 
+// The fields that are not as a new object of the kind has them: those of a formula, or those of the whole.
+std::string FieldsText(const SIndex &entry, bool ofFormula, int slot) {
+  const SIndex untouched("", entry.IndexType);
+  std::string text;
+  for (const StarterField &word : StarterFields()) {
+    if (word.isOfFormula != ofFormula) continue;
+    const FormulaField *const field = FindStarterField(word, entry.IndexType, slot);
+    if (field == nullptr || field->Get(entry) == field->Get(untouched)) continue;
+    text += Statement(word.word, OneLine(InUtf8(field->Get(entry))));
+  }
+  return text;
+}
+
 std::string LineText(const SIndex &entry, int slot) {
   const std::string name = OneLine(InUtf8(entry.ExpName[slot]));
   std::string text = Statement("line", name.empty() ? std::to_string(slot + 1) : name);
   text += Statement("formula", InOneLine(InUtf8(entry.Expression[slot])));
-  if (entry.DisplayType[slot] != 0) text += Statement("form", std::to_string(entry.DisplayType[slot]));
-  if (entry.LineWidth[slot] != 1) text += Statement("width", std::to_string(entry.LineWidth[slot]));
   return text;
 }
 
@@ -86,13 +99,14 @@ std::string FormulaText(const SIndex &entry) {
     text += kind.type == kIndicatorIndex
                 ? LineText(entry, slot)
                 : Statement(SlotWord(entry, slot), InOneLine(InUtf8(entry.Expression[slot])));
+    text += FieldsText(entry, true, slot);
   }
   std::string bases;
   for (const SString &base : entry.YValue) {
     if (!base.IsEmpty()) bases += (bases.empty() ? "" : " ") + OneLine(InUtf8(base));
   }
   if (kind.type == kIndicatorIndex && !bases.empty()) text += Statement("base", bases);
-  return text;
+  return text + FieldsText(entry, false, 0);
 }
 
 }  // namespace trovenu::tool

@@ -1,6 +1,8 @@
 #include "trovenu/indicator/formula_fields.h"
 
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <span>
 #include <type_traits>
 #include <utility>
@@ -210,6 +212,26 @@ void FormulaField::Set(SIndex &index, const SString &text) const {
       value = static_cast<Value>(AnsiStringToInt(text, static_cast<long>(value)));
     }
   });
+}
+
+bool FormulaField::Accepts(const SString &text) const {
+  const double number = AnsiStringToFloat(text, std::numeric_limits<double>::quiet_NaN());
+  const bool isFlag = column_->form == FormulaColumn::Form::Flag;
+  return std::visit(
+      [&](auto member) {
+        using Members = std::remove_reference_t<decltype(std::declval<SIndex &>().*member)>;
+        using Value = std::remove_extent_t<Members>;
+        if constexpr (std::is_same_v<Value, SString>) {
+          return true;
+        } else if constexpr (std::is_same_v<Value, double>) {
+          return !std::isnan(number);
+        } else if (isFlag) {
+          return number == 0.0 || number == 1.0;
+        } else {
+          return number == static_cast<double>(AnsiStringToInt(text));
+        }
+      },
+      column_->member);
 }
 
 const std::vector<FormulaField> &FormulaFields(int kind) {

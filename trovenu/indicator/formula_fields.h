@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "trovenu/platform/export.h"
 #include "trovenu/support/text.h"
 
 namespace trovenu {
@@ -18,7 +19,7 @@ struct FormulaColumn;
 inline constexpr const char *kFormulaKey = "IndexName";
 
 /// One field of a record, and the member that it keeps.
-class FormulaField {
+class TROVENU_API FormulaField {
  public:
   FormulaField(const FormulaColumn &column, std::string name, int element);
 
@@ -32,6 +33,8 @@ class FormulaField {
   SString Get(const SIndex &index) const;
   /// Sets the member. A text that is no number leaves a number as it was.
   void Set(SIndex &index, const SString &text) const;
+  /// Whether `Set` takes the text as it is: any text, a number, a whole number of 32 bits, or 0 and 1.
+  bool Accepts(const SString &text) const;
 
  private:
   const FormulaColumn *column_;
@@ -41,7 +44,7 @@ class FormulaField {
 
 /// The fields of a kind in the order of writing, for 0 to 4 and for candle patterns, 30; none for other
 /// kinds.
-const std::vector<FormulaField> &FormulaFields(int kind);
+TROVENU_API const std::vector<FormulaField> &FormulaFields(int kind);
 
 /// Sets the written fields of the record at the place, except `kept`, which may be null, and those that the
 /// table lacks. False if a text is too long for its field.

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 #include <utility>
 
+#include "trovenu/indicator/formula_fields.h"
 #include "trovenu/indicator/formula_tables.h"
 #include "trovenu/platform/platform.h"
 #include "trovenu/support/index_paths.h"
@@ -35,6 +35,29 @@ constexpr SlotWord kSlots[] = {
     {"formula", kConditionIndex, 0}, {"formula", kFunctionIndex, 0},  {"formula", kCandleIndex, 0},
     {"bull", kPatternIndex, 0},      {"bear", kPatternIndex, 1},      {"open-long", kSystemIndex, 0},
     {"close-long", kSystemIndex, 1}, {"open-short", kSystemIndex, 2}, {"close-short", kSystemIndex, 3},
+};
+
+constexpr StarterField kFields[] = {
+    {"show", "ShowLine", true},
+    {"form", "LineType", true},
+    {"width", "LineWidth", true},
+    {"style", "LineStyle", true},
+    {"color", "LineColor", true},
+    {"compare", "LineCompMethod", true},
+    {"up-color", "LineUpColor", true},
+    {"up-value", "LineUpValue", true},
+    {"down-color", "LineDnColor", true},
+    {"down-value", "LineDnValue", true},
+    {"base-color", "YValueColor", false},
+    {"base-style", "YValueStyle", false},
+    {"base-width", "YValueWidth", false},
+    {"scale", "MinMaxY", false},
+    {"least", "UserMin", false},
+    {"most", "UserMax", false},
+    {"log", "LogY", false},
+    {"invert", "InvertY", false},
+    {"period", "Period", false},
+    {"password", "Password", false},
 };
 
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
@@ -122,6 +145,7 @@ class StarterReader {
     source_.clear();
     variables_ = 0;
     lines_ = 0;
+    slot_ = -1;
     beginLine_ = line_;
     return true;
   }
@@ -155,13 +179,18 @@ class StarterReader {
     if (entry.IndexType == kIndicatorIndex) {
       if (word == "line") return BeginLine(value);
       if (word == "base") return AddBaseLines(value);
-      if (word == "formula") return AddFormula(lines_ - 1, value);
-      if (word == "form") return SetNumber(entry.DisplayType, value);
-      if (word == "width") return SetNumber(entry.LineWidth, value);
+      if (word == "formula") return AddFormula(slot_, value);
     }
     const auto *const slot = std::ranges::find_if(
         kSlots, [&](const SlotWord &s) { return s.kind == entry.IndexType && s.word == word; });
     if (slot != std::end(kSlots)) return AddFormula(slot->slot, value);
+    const auto *const field =
+        std::ranges::find_if(kFields, [&](const StarterField &f) { return f.word == word; });
+    if (field != std::end(kFields)) return SetField(*field, value);
+    return FailPlace(word);
+  }
+
+  bool FailPlace(const std::string &word) {
     return Fail("\"" + word + "\" has no place in an entry of this kind");
   }
 
@@ -190,7 +219,8 @@ class StarterReader {
 
   bool BeginLine(const std::string &name) {
     if (lines_ == kExpressions) return Fail("there are five lines at most");
-    entries_.back().ExpName[lines_++] = Text(name);
+    slot_ = lines_++;
+    entries_.back().ExpName[slot_] = Text(name);
     return true;
   }
 
@@ -200,6 +230,7 @@ class StarterReader {
     SString &expression = entries_.back().Expression[slot];
     if (!expression.IsEmpty()) return Fail("there is a formula already");
     expression = Text(formula);
+    slot_ = slot;
     return true;
   }
 
@@ -210,11 +241,17 @@ class StarterReader {
     return values.empty() || Fail("there are five base lines at most");
   }
 
-  bool SetNumber(int (&numbers)[kExpressions], const std::string &value) {
-    if (lines_ == 0) return Fail("\"line\" and a name come before its look");
-    const char *const end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, numbers[lines_ - 1]);
-    return (error == std::errc() && stop == end) || Fail("a whole number is expected");
+  bool SetField(const StarterField &word, const std::string &value) {
+    SIndex &entry = entries_.back();
+    const FormulaField *const field = FindStarterField(word, entry.IndexType, std::max(slot_, 0));
+    if (field == nullptr) return FailPlace(word.word);
+    if (word.isOfFormula && slot_ < 0) return Fail("a line or a formula comes before its look");
+    if (!field->Accepts(Text(value))) {
+      return Fail(
+          "a whole number is expected; 0 or 1 for \"log\" and \"invert\"; any for \"least\" and \"most\"");
+    }
+    field->Set(entry, Text(value));
+    return true;
   }
 
   std::vector<SIndex> entries_;
@@ -224,6 +261,8 @@ class StarterReader {
   int beginLine_ = 0;
   int variables_ = 0;
   int lines_ = 0;
+  // The line or formula that came last, or -1.
+  int slot_ = -1;
   std::string korean_;
   std::string english_;
   std::string about_;
@@ -238,6 +277,16 @@ bool HasCandleTable(const SString &path) {
 }
 
 }  // namespace
+
+std::span<const StarterField> StarterFields() { return kFields; }
+
+const FormulaField *FindStarterField(const StarterField &word, int kind, int slot) {
+  const std::string name = word.field + (word.isOfFormula ? std::to_string(slot) : "");
+  const std::vector<FormulaField> &fields = FormulaFields(kind);
+  const auto found = std::ranges::find_if(
+      fields, [&](const FormulaField &field) { return field.IsWritten() && field.Name() == name; });
+  return found != fields.end() ? &*found : nullptr;
+}
 
 bool ParseStarterSet(std::string_view text, std::vector<SIndex> *entries, StarterFault *fault) {
   StarterReader reader;

@@ -5,6 +5,7 @@
 /// data/indicators.txt.
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,22 @@
 #include "trovenu/indicator/index.h"
 
 namespace trovenu {
+
+class FormulaField;
+
+/// A word of the notation that gives a field of the record by itself.
+struct StarterField {
+  const char *word;
+  /// Its name in the table; the number of the line or formula comes behind it where it belongs to one.
+  const char *field;
+  bool isOfFormula;
+};
+
+/// All such words.
+TROVENU_API std::span<const StarterField> StarterFields();
+
+/// The field that a word gives to formula `slot` of a kind; null if records of that kind do not keep it.
+TROVENU_API const FormulaField *FindStarterField(const StarterField &word, int kind, int slot);
 
 /// Why a text can't be read.
 struct StarterFault {
