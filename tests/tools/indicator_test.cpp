@@ -107,9 +107,14 @@ TEST_F(IndicatorTest, FormulasCallUserFunctions) {
   EXPECT_EQ(
       Done({"add", "mid", "--kind", "function", "--formula", "(a + b) / 2", "--var", "a", "--var", "b"}),
       "added function \"mid\"\n");
-  Done({"add", "x", "--formula", "mid(c, o)"});
+  Done({"add", " x ", "--formula", "mid(c, o)"});
   EXPECT_EQ(Done({"run", "x", "--bars", "-", "--format", "csv", "--last", "1"}, kBars),
             "date,\"mid(c, o)\"\n2024-01-04,6\n");
+  EXPECT_EQ(Run({"eval", "--bars", "-", "--format", "csv", "--last", "1", "--index-dir", Path("tables"),
+                 "mid(c, o) + 1"},
+                kBars)
+                .out,
+            "date,\"mid(c, o) + 1\"\n2024-01-04,7\n");
   ExpectFailure({"add", "avg", "--kind", "function", "--formula", "1"},
                 "function \"avg\": is a word of the language, which goes before it");
   // What repaints may stand in a function.
@@ -144,7 +149,15 @@ TEST_F(IndicatorTest, ShowPrintsWhatInstallReads) {
       "korean      설명\n"
       "variable    n 20 10 30 5\n"
       "open-long   c > highest(h, n, 1)\n"
+      "color       255\n"
       "close-short c < o /* 주석 */ - 1\n"
+      "form        2\n"
+      "password    열쇠 1\n"
+      "\n"
+      "condition   k\n"
+      "formula     c > o\n"
+      "width       2\n"
+      "period      일 주\n"
       "\n"
       "pattern     p\n"
       "bull        c > o\n"
@@ -153,22 +166,42 @@ TEST_F(IndicatorTest, ShowPrintsWhatInstallReads) {
       "indicator   i\n"
       "line        a\n"
       "formula     c\n"
+      "show        0\n"
       "form        1\n"
       "width       3\n"
+      "style       4\n"
+      "color       -1\n"
+      "compare     5\n"
+      "up-color    6\n"
+      "up-value    7 %\n"
+      "down-color  8\n"
+      "down-value  9\n"
+      "line        b\n"
+      "formula     o\n"
+      "up-value    10\n"
       "base        30 70.5\n"
+      "base-color  11\n"
+      "base-style  12\n"
+      "base-width  13\n"
+      "scale       3\n"
+      "least       -1.5\n"
+      "most        1e+08\n"
+      "log         1\n"
+      "invert      1\n"
       "\n"
       "function    f\n"
       "variable    x\n"
       "formula     x * 2\n"
       "\n"
       "candle      양봉\n"
-      "formula     c > o\n";
+      "formula     c > o\n"
+      "password    p\n";
   EXPECT_EQ(Done({"install", "--from", "-"}, text),
-            "installed: 1 indicator, 1 pattern, 1 system, 1 function, 1 candle\n");
+            "installed: 1 indicator, 1 condition, 1 pattern, 1 system, 1 function, 1 candle\n");
   std::string shown;
   for (const auto &[name, kind] :
-       {std::pair("돌파", "system"), std::pair("p", "pattern"), std::pair("i", "indicator"),
-        std::pair("f", "function"), std::pair("양봉", "candle")}) {
+       {std::pair("돌파", "system"), std::pair("k", "condition"), std::pair("p", "pattern"),
+        std::pair("i", "indicator"), std::pair("f", "function"), std::pair("양봉", "candle")}) {
     shown += (shown.empty() ? "" : "\n") + Done({"show", name, "--kind", kind});
   }
   EXPECT_EQ(shown, text);
@@ -205,8 +238,22 @@ TEST_F(IndicatorTest, FailuresLeaveTheTablesAsTheyWere) {
       {{"add", " ", "--formula", "c"}, "NAME: expected a text, found nothing"},
       {{"add", "b"}, "--formula is required (see trovenu indicator --help)", 2},
       {{"add", "b", "--kind", "pattern", "--formula", "1", "--formula", "1", "--formula", "1"},
-       "--formula: expected at most 2 for a pattern (see trovenu indicator --help)",
+       "--formula: expected at most 2 for --kind pattern (see trovenu indicator --help)",
        2},
+      {{"add", "b", "--formula", " "},
+       "--formula: expected a formula, found nothing (see trovenu indicator --help)",
+       2},
+      {{"add", "b", "--formula", "c", "--var", "1x=1"},
+       "--var 1x: expected letters, digits and _, a letter first"},
+      {{"add", "b", "--formula", "n", "--var", "n=1", "--var", "N=2"}, "--var N: is there twice"},
+      {{"add", "b", "--formula", "n", "--var", "n=" + std::string(251, '1')},
+       "indicator \"b\": VarValue0: expected at most 250 bytes, found 251"},
+      {{"add", "my f", "--kind", "function", "--formula", "c"},
+       "function \"my f\": expected letters, digits and _, a letter first"},
+      {{"add", "f", "--kind", "function", "--formula", "x + y", "--var", "x"},
+       "function \"f\", formula \"x + y\": y이(가) 정의되지 않았습니다. (line 1, column 6)"},
+      {{"add", "f", "--kind", "function", "--formula", "x", "--var", "x=1"},
+       "--var x: expected no value, which a call of the function gives"},
       {{"run", "a", "--bars", kDaily, "--set", "n=1"}, "indicator \"a\": no variable \"n\"; it has none"},
       {{"run", "b", "--bars", kDaily}, "no indicator \"b\" in " + Path("tables/")},
       {{"run", "a", "--bars", "none.csv"}, "none.csv: can't be read (No such file or directory)"},

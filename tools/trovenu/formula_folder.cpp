@@ -78,8 +78,9 @@ SString NameInCodePage(const std::string &text, const char *what) {
     throw Failure(std::string(what) + " " + Quoted(text) +
                   ": has a character that is not in the Korean code page");
   }
-  if (TrimBlanks(codePage).empty()) throw Failure(std::string(what) + ": expected a text, found nothing");
-  return SString(std::string_view(codePage));
+  const std::string_view trimmed = TrimBlanks(codePage);
+  if (trimmed.empty()) throw Failure(std::string(what) + ": expected a text, found nothing");
+  return SString(trimmed);
 }
 
 FormulaFolder::FormulaFolder(const std::string &path) { setIndexDir(path.c_str()); }
@@ -146,6 +147,7 @@ SIndex FormulaFolder::Read(const FormulaKind &kind, const SString &name) const {
   std::ranges::copy(pattern.VarName, index.VarName);
   std::ranges::copy(pattern.VarValue, index.VarValue);
   index.Description = table.GetStr(kDescription);
+  index.Password = table.GetStr("Password");
   return index;
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,10 +14,12 @@
 #include "tools/trovenu/sample_bars.h"
 #include "tools/trovenu/terminal_text.h"
 #include "trovenu/formula/words.h"
+#include "trovenu/indicator/formula_fields.h"
 #include "trovenu/indicator/formula_tables.h"
 #include "trovenu/platform/platform.h"
 #include "trovenu/support/index_paths.h"
 #include "trovenu/support/table_delete.h"
+#include "trovenu/support/text_edit.h"
 
 namespace trovenu::tool {
 
@@ -45,13 +48,49 @@ void CheckCounts(const Options &options, const FormulaKind &kind) {
   const auto slots = static_cast<std::size_t>(kind.slots);
   if (options.formulas.size() > slots) {
     throw CLI::ValidationError(std::string("--formula: expected at most ") + std::to_string(slots) +
-                               " for a " + kind.word);
+                               " for --kind " + kind.word);
+  }
+  if (std::ranges::all_of(options.formulas, [](const std::string &f) { return TrimBlanks(f).empty(); })) {
+    throw CLI::ValidationError("--formula: expected a formula, found nothing");
   }
   if (options.lines.size() > options.formulas.size()) {
     throw CLI::ValidationError("--line: expected at most one for each formula");
   }
   if (options.variables.size() > static_cast<std::size_t>(kVariables)) {
     throw CLI::ValidationError("--var: expected at most ten");
+  }
+}
+
+// Formulas can call and read only what the language takes for a name.
+void RequireName(const SString &name, const std::string &what) {
+  if (static_cast<int>(NameLength(name.c_str())) == name.Length()) return;
+  throw Failure(what + ": expected letters, digits and _, a letter first");
+}
+
+void AddVariable(SIndex &entry, int i, const std::string &variable) {
+  const std::size_t equals = std::min(variable.find('='), variable.size());
+  const std::string option = "--var " + variable.substr(0, equals);
+  const SString name = NameInCodePage(variable.substr(0, equals), "--var");
+  RequireName(name, option);
+  for (int k = 0; k < i; ++k) {
+    if (entry.VarName[k].CompareNoCase(name.c_str()) == 0) throw Failure(option + ": is there twice");
+  }
+  entry.VarName[i] = name;
+  if (entry.IndexType != kFunctionIndex) {
+    const std::string value = equals < variable.size() ? variable.substr(equals + 1) : "";
+    entry.VarValue[i] = NameInCodePage(value, option.c_str());
+  } else if (equals < variable.size()) {
+    throw Failure(option + ": expected no value, which a call of the function gives");
+  }
+}
+
+// What is longer than its field in a new table would not be written.
+void RequireRoom(const SIndex &entry) {
+  for (const FormulaField &field : FormulaFields(entry.IndexType)) {
+    const int length = field.IsWritten() ? field.Get(entry).Length() : 0;
+    if (length <= field.Width()) continue;
+    throw Failure(ShownIndicator(entry) + ": " + field.Name() + ": expected at most " +
+                  std::to_string(field.Width()) + " bytes, found " + std::to_string(length));
   }
 }
 
@@ -64,20 +103,17 @@ SIndex EntryOf(const Options &options, const FormulaKind &kind) {
     entry.ExpName[i] = NameInCodePage(options.lines[i], "--line");
   }
   for (std::size_t i = 0; i < options.variables.size(); ++i) {
-    const std::string &variable = options.variables[i];
-    const std::size_t equals = std::min(variable.find('='), variable.size());
-    entry.VarName[i] = NameInCodePage(variable.substr(0, equals), "--var");
-    if (kind.type == kFunctionIndex) continue;
-    const std::string value = equals < variable.size() ? variable.substr(equals + 1) : "";
-    entry.VarValue[i] = NameInCodePage(value, ("--var " + variable.substr(0, equals)).c_str());
+    AddVariable(entry, static_cast<int>(i), options.variables[i]);
   }
   if (!options.description.empty()) entry.Description = NameInCodePage(options.description, "--description");
+  RequireRoom(entry);
   return entry;
 }
 
-// Calls the function with the close for each parameter.
+// Evaluates the body and a call, with the close for each parameter.
 void RequireSoundFunction(const SIndex &entry, Bars &bars, SFunctionList &functions) {
   const std::string name = ToUtf8(entry.IndexName.c_str());
+  RequireName(entry.IndexName, ShownIndicator(entry));
   const Word *const word = FindName(entry.IndexName.c_str());
   if (word != nullptr && word->family < WordFamily::Time) {
     throw Failure("function " + Quoted(name) + ": is a word of the language, which goes before it");
@@ -89,8 +125,18 @@ void RequireSoundFunction(const SIndex &entry, Bars &bars, SFunctionList &functi
   function.Expression = entry.Expression[0];
   std::ranges::copy(entry.VarName, function.VarName);
   functions.Add(function);
+  FormulaEngine engine(bars, &functions);
   std::string call = name + "(";
-  for (int i = 0; i < kParameters && !entry.VarName[i].IsEmpty(); ++i) call += i > 0 ? ", c" : "c";
+  for (int i = 0; i < kParameters && !entry.VarName[i].IsEmpty(); ++i) {
+    engine.Evaluate(ToUtf8(entry.VarName[i].c_str()) + " = close");
+    call += i > 0 ? ", close" : "close";
+  }
+  const std::string body = ToUtf8(entry.Expression[0].c_str());
+  std::optional<FormulaFault> fault;
+  engine.Evaluate(body, fault);
+  if (fault) {
+    throw Failure(ShownIndicator(entry) + ", formula " + Quoted(OneLine(body)) + ": " + fault->OneLine());
+  }
   FormulaEngine(bars, &functions).Evaluate(call + ")");
 }
 
@@ -135,7 +181,7 @@ int Add(const Options &options) {
   if (!MakeFolder(options.folder)) throw Failure(path + ": can't be made");
   if (!Write(entry, old)) {
     throw Failure(ShownIndicator(entry) + ": can't be written to " + path +
-                  "; the folder is not writable, or a text is too long for its field");
+                  "; the folder is not writable, or a field of its table is too narrow");
   }
   Say((old == Place::None ? "added " : "replaced ") + ShownIndicator(entry));
   return kDone;
