@@ -5,6 +5,8 @@
 
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
+#include "trovenu/formula/postfix/operations.h"
+#include "trovenu/formula/postfix/stack.h"
 #include "trovenu/formula/user_function.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/formula/words.h"

@@ -15,12 +15,26 @@ SCalc::SCalc() {
   wordBuffer[0] = '\0';
 }
 
+namespace {
+
+void CopyStack(std::unique_ptr<SStack> &to, const std::unique_ptr<SStack> &from) {
+  to = from != nullptr ? std::make_unique<SStack>(*from) : nullptr;
+}
+
+}  // namespace
+
 SCalc::SCalc(const SCalc &other) : SCalc() { *this = other; }
 
 SCalc &SCalc::operator=(const SCalc &other) {
   if (this == &other) return *this;
+  CopyStack(programStack, other.programStack);
+  for (int i = 0; i < kCompiledFunctions; ++i) CopyStack(functionStacks[i], other.functionStacks[i]);
+  CopyStack(evaluationStack, other.evaluationStack);
   errorResult = other.errorResult;
   methodValue = other.methodValue;
+  postfixResult = other.postfixResult;
+  assignmentFlag = other.assignmentFlag;
+  itemsDropped = other.itemsDropped;
   close = other.close;
   open = other.open;
   high = other.high;
@@ -46,6 +60,12 @@ SCalc &SCalc::operator=(const SCalc &other) {
   errorPosition = other.errorPosition;
   calcStart = other.calcStart;
   currentToken = other.currentToken;
+  functions = nullptr;
+  if (other.functions != nullptr) {
+    functions = std::make_unique<SFunction[]>(kCompiledFunctions);
+    std::copy_n(other.functions.get(), kCompiledFunctions, functions.get());
+  }
+  functionCount = other.functionCount;
   funcHistory = other.funcHistory;
   formula = other.formula;
   formulasRead = other.formulasRead;
@@ -89,6 +109,7 @@ void SCalc::InitCalc() {
   ClearNameTable();
   errorCount = 0;
   calcStart = 0;
+  functionCount = 0;
 }
 
 SVector SCalc::Error(const char *message) {
@@ -180,12 +201,18 @@ SVector SCalc::Calculate(int start) {
   return result;
 }
 
-const SVector &SCalc::Bound(Column column) {
-  static const SVector unbound;
+// Null for a series that the host has not bound.
+SVector *SCalc::BoundSeries(Column column) {
   SVector *const series[] = {close, open, high, low, volume, date, openInterest, amount};
   const auto index = static_cast<unsigned>(column);
   columnsRead |= 1U << index;
-  return series[index] != nullptr ? *series[index] : unbound;
+  return series[index];
+}
+
+const SVector &SCalc::Bound(Column column) {
+  static const SVector unbound;
+  const SVector *const series = BoundSeries(column);
+  return series != nullptr ? *series : unbound;
 }
 
 SVector SCalc::PopSeries() {

@@ -7,6 +7,9 @@
 #include <vector>
 
 #include "trovenu/formula/function.h"
+#include "trovenu/formula/postfix/operations.h"
+#include "trovenu/formula/postfix/stack.h"
+#include "trovenu/formula/user_function.h"
 #include "trovenu/platform/export.h"
 #include "trovenu/support/series.h"
 #include "trovenu/support/text.h"
@@ -84,6 +87,7 @@ class TROVENU_API SCalc {
  public:
   SCalc();
   /// A copy shares the entries of the variable table with the original, as its text and its state are copied.
+  /// Required: its compiled programs are copies that don't run; it must be compiled again.
   SCalc(const SCalc &other);
   SCalc &operator=(const SCalc &other);
   ~SCalc();
@@ -130,6 +134,35 @@ class TROVENU_API SCalc {
   SVector Add();
   SVector Term();
   SVector Prim();
+  /// @}
+
+  /// \name Compiled path: one text, run again and again on new data without being read
+  /// It reads formulas by rules of its own, and some mean something else than on the direct path.
+  /// @{
+
+  /// Compiles the user functions, the first ten at most, and the text of `SetExpression`. A fault is not
+  /// reported, and items that have no room are dropped. Required: what has been compiled before stays, so
+  /// that a second text needs a fresh engine.
+  void InfixToPostFix();
+  /// Compiles the text in `expression` and adds it to `out`, whose top is then the item that runs first.
+  void InToPost(SStack *out);
+  /// The number of arguments of the call whose "(" comes next in the text, 0 if none comes. The read pointer
+  /// stays.
+  int GetParamCount();
+  /// How tightly the item of that code binds; 1 for an unknown code.
+  int GetPrecedence(int code) const;
+  /// An `OperationType`; 90 for an unknown code.
+  int GetOpType(int code) const;
+  /// Runs a program from its top down; null stands for the program of the text, on an empty evaluation stack.
+  /// \return a copy of the top of the evaluation stack; an empty series if it has none.
+  SVector CalcOp(SStack *program);
+  /// The series of a slot of the evaluation stack: its own value, a bound series, or a variable. An empty one
+  /// for a slot outside the stack and after an error.
+  SVector *GetEvalValue(int slot);
+  /// Apply the item at the top of the program to the evaluation stack. Without the operands that they need
+  /// they do nothing.
+  void ProcessOperator(SStack *program);
+  void ProcessFunction(SStack *program);
   /// @}
 
   /// \name Words; a word is recognised without regard to ASCII case
@@ -193,10 +226,21 @@ class TROVENU_API SCalc {
   void ClearNameTable();
   /// @}
 
+  /// The compiled text, the compiled user functions in the order of their list, and the values of a running
+  /// program; made on first use.
+  std::unique_ptr<SStack> programStack;
+  std::unique_ptr<SStack> functionStacks[kCompiledFunctions];
+  std::unique_ptr<SStack> evaluationStack;
   /// What `Error` returns; stays empty.
   SVector errorResult;
   /// The number of the last method word.
   SVector methodValue;
+  /// Working series of the compiled path: dates and times as the program that runs reads them.
+  SVector postfixResult;
+  /// Nonzero while the last item that ran was an assignment.
+  int assignmentFlag = 0;
+  /// Items for which the last `InfixToPostFix` had no room.
+  int itemsDropped = 0;
   SVector *close = nullptr;
   SVector *open = nullptr;
   SVector *high = nullptr;
@@ -232,6 +276,10 @@ class TROVENU_API SCalc {
   /// First bar of `Calculate(int)`.
   int calcStart = 0;
   TokenValue currentToken = PLUS;
+  /// A host's own functions, ten if there are any, and their number. Nothing here reads them: calls go to
+  /// `functionList`.
+  std::unique_ptr<SFunction[]> functions;
+  int functionCount = 0;
   SAnsiStringList *funcHistory = nullptr;
   /// Number of the formula, 0 to 31, for a caller that evaluates several with shared variables.
   int formula = 0;
@@ -246,7 +294,9 @@ class TROVENU_API SCalc {
   class TailStart;
   struct CallFrame;
   struct ArgumentWords;
+  class Compiler;
 
+  SVector *BoundSeries(Column column);
   const SVector &Bound(Column column);
 
   // The levels of the grammar leave their value on top of the operand stack.
@@ -287,11 +337,22 @@ class TROVENU_API SCalc {
   int CopiedFrom(const SVector &series) const { return isTail_ ? series.startIndex : 0; }
   bool EvaluateInParentheses();
 
+  SStack &Evaluation();
+  SStackItem &EvaluationSlot(int slot);
+  void RunProgram(SStack *program);
+  SVector *ReadDataWord(FunctionId function);
+  void ApplyOperation(const Operation &operation, int count);
+  void ApplyPower();
+  void ApplyLag();
+  void CallCompiled(int index, int count);
+
   std::vector<Operand> operands_;
   // The user-function call that runs now, or null.
   CallFrame *frame_ = nullptr;
   // Where the text of the formula goes on behind the outermost call, while a body is read; else null.
   const char *callPosition_ = nullptr;
+  // Bit i: the program of user function i is running.
+  unsigned runningFunctions_ = 0;
   int nesting_ = 0;
   bool isTail_ = false;
   bool textTooLong_ = false;

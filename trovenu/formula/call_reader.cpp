@@ -26,7 +26,7 @@ int Call::GrowingBars(int i) const {
 
 Operand Call::Fail(const char *message) { return calc_.Error(message); }
 
-Operand Call::FailPeriod() { return calc_.Error(function_.badPeriod); }
+Operand Call::FailPeriod() { return calc_.Error(badPeriod_); }
 
 // The call has failed on its form: the error of its row, or a series without a valid bar where the row has
 // none.
@@ -123,7 +123,7 @@ void SCalc::ApplyRule(const Function &function, const ArgumentWords &words, std:
       (function.full == FullCalc::ByMethod && words.method == 1)) {
     fullCalc = 1;
   }
-  Call call(*this, function, operands_.data() + base, count);
+  Call call(*this, function.badPeriod, operands_.data() + base, count);
   call.method = words.method;
   call.unit = words.unit;
   call.groupBars = words.groupBars;

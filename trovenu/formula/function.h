@@ -11,7 +11,6 @@
 namespace trovenu {
 
 class SCalc;
-struct Function;
 
 /// How the arguments of a call are read from the text.
 enum class Reading : unsigned char {
@@ -40,8 +39,9 @@ enum class Column : unsigned char { Close, Open, High, Low, Volume, Date, OpenIn
 /// One call on its way to a rule: the arguments, and what a rule may ask of the engine.
 class Call {
  public:
-  Call(SCalc &calc, const Function &function, Operand *args, int count)
-      : calc_(calc), function_(function), args_(args), count_(count) {}
+  /// `badPeriod` is the message for a period below 1.
+  Call(SCalc &calc, const char *badPeriod, Operand *args, int count)
+      : calc_(calc), badPeriod_(badPeriod), args_(args), count_(count) {}
 
   int Count() const { return count_; }
   const SVector &X(int i) const { return args_[i].Series(); }
@@ -55,11 +55,9 @@ class Call {
   const SVector &Bound(Column column) const;
   /// The number of bars for a growing form over argument i: its size, or that of close for a size of 1.
   int GrowingBars(int i) const;
-  const Function &Row() const { return function_; }
-  SCalc &Engine() const { return calc_; }
   /// Records an error and gives the empty series that stands for it.
   Operand Fail(const char *message);
-  /// The error of the function's row for a period below 1.
+  /// The error for a period below 1.
   Operand FailPeriod();
 
   /// Number of the method word of `Reading::MethodWord`: 0 simple, 1 exponential, 2 weighted, 3 geometric, 4
@@ -72,7 +70,7 @@ class Call {
 
  private:
   SCalc &calc_;
-  const Function &function_;
+  const char *badPeriod_;
   Operand *args_;
   int count_;
 };

@@ -55,6 +55,15 @@ inline constexpr const char *kLowestSinceCount =
 /// `valuewhen`: an integer of 1 or more must be used.
 inline constexpr const char *kPositiveInteger = "1이상의 정수를 사용하여야 합니다"_kr;
 
+/// The same of a compiled formula, which names the function.
+inline constexpr const char *kValueWhenCount =
+    "ValueWhen의 첫번째 인자는 1이상의 정수를 사용하여야 합니다."_kr;
+
+/// In a compiled formula: a data word without a calculation, and the words before the name of a variable that
+/// is gone.
+inline constexpr const char *kFaultyDataWord = "변수 정의에 오류가 있습니다."_kr;
+inline constexpr const char *kNameNotFound = "이름을 찾을 수 없습니다"_kr;
+
 /// More calls of user functions than an evaluation may have.
 inline constexpr const char *kTooManyCalls = "함수식이 너무 복잡합니다."_kr;
 inline constexpr const char *kFunctionNotFound = "함수를 찾을 수 없습니다."_kr;

@@ -160,6 +160,18 @@ class TROVENU_API SIndex : public SIndexProp {
   void CalcZigZagOrgLine(int automatic);
   /// @}
 
+  /// \name Search over symbols: `GetMinDataSize` once for a formula, then `CalcSrch` for each symbol
+  /// @{
+
+  /// The number of bars that the formulas need before their first valid value; 2147483647 for a faulty
+  /// formula, and for one that has no valid bar without data. Compiles the formula of slot 0 for `CalcSrch`,
+  /// with the user functions and the series that are bound now. The results are empty afterwards.
+  int GetMinDataSize();
+  /// Runs the compiled formula over what the series hold now. Leaves `ExpData[0]` as it was if slot 0 has no
+  /// formula. Required: slot 0 alone, since a search has one formula.
+  void CalcSrch();
+  /// @}
+
   /// \name Formulas
   /// @{
 
@@ -261,6 +273,8 @@ class TROVENU_API SIndex : public SIndexProp {
   /// Names of the user functions that the last `Calc` called.
   SAnsiStringList FuncHistory;
   SFunctionList *CandleList = nullptr;
+  /// The compiled formula of a search. That of a copy doesn't run: call `GetMinDataSize` on the copy.
+  SCalc SearchCalc;
   /// Result of the last `CheckError`.
   IndexError LastError;
 
