@@ -3,6 +3,7 @@
 /// \file
 /// Every exported class and function of Trovenu.
 
+#include "trovenu/backtest/optimiser.h"
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
 #include "trovenu/formula/postfix/operations.h"

@@ -230,7 +230,7 @@ class TROVENU_API SSimulation {
   /// `CalcSummary` of all trades, then of each traded side.
   void SetSummary();
   /// Appends the rows of all trades (-1), of the long (0) or of the short ones (1). For -1 it fills
-  /// `SummaryInfo` too.
+  /// `SummaryInfo` too, and adds it to the run table at `SummaryInfoFileName` if there is one.
   void CalcSummary(int side);
   /// Appends a row; dropped when all but the last place of `SummaryRows` are taken.
   void InsertSummary(SSummary row);

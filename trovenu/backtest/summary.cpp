@@ -234,7 +234,7 @@ void SSimulation::CalcSummary(int side) {
   }
   if (side != kAllTrades) return;
   SummaryInfo = RunRecord(*this, figures, tally.trades);
-  // The place for the record's way into the table of runs (InsertSummaryDB).
+  InsertSummaryDB(SummaryInfoFileName, SummaryInfo);
 }
 
 void SSimulation::InsertSummary(SSummary row) {
