@@ -133,7 +133,7 @@ void WalkPlainly(SSimulation &test) {
 }
 
 TEST(BackTestProperties, TheReachOfTheStopsChangesNothing) {
-  for (unsigned seed = 0; seed < 400; ++seed) {
+  for (unsigned seed = 0; seed < 250; ++seed) {
     const RandomMarket random(seed);
     const int count = static_cast<int>(random.bars.size());
     const auto market = random.Prepare(count);
@@ -150,7 +150,7 @@ TEST(BackTestProperties, TheReachOfTheStopsChangesNothing) {
 }
 
 TEST(BackTestProperties, EntriesAndExitsAlternateAndExcursionsHaveTheirSigns) {
-  for (unsigned seed = 0; seed < 400; ++seed) {
+  for (unsigned seed = 0; seed < 250; ++seed) {
     const RandomMarket random(seed);
     const int count = static_cast<int>(random.bars.size());
     const auto market = random.Prepare(count);
