@@ -63,7 +63,7 @@ class Columns {
 
   bool Draw(double close) {
     for (; rising_ ? up_ <= close : close <= down_; ++boxes_) {
-      if (!(rising_ ? limit_.Raise(up_, box_) : limit_.Lower(down_, box_))) return false;
+      if (!(rising_ ? limit_.Raise(up_, box_, close) : limit_.Lower(down_, box_, close))) return false;
     }
     return true;
   }

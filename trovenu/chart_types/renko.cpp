@@ -28,7 +28,7 @@ class Bricks {
   bool Rise(int bar, double close) {
     while (high_ < close) {
       const double level = high_;
-      if (!limit_.Raise(high_, size_)) return false;
+      if (!limit_.Raise(high_, size_, close)) return false;
       points_.Add(bar, level);
       low_ = level - 2.0 * size_;
     }
@@ -38,7 +38,7 @@ class Bricks {
   bool Fall(int bar, double close) {
     while (close <= low_) {
       const double level = low_;
-      if (!limit_.Lower(low_, size_)) return false;
+      if (!limit_.Lower(low_, size_, close)) return false;
       points_.Add(bar, level);
       high_ = 2.0 * size_ + level;
     }

@@ -57,16 +57,23 @@ void AddGrowing(SVector &series, double value);
 /// What a chart may walk in boxes, bricks, steps or bands before it is given up.
 inline constexpr int kMostSteps = 10000000;
 
-/// Moves a level step by step, unless that goes on for too long or the step does not move it.
+/// Moves a level step by step toward a target, unless that takes too long or the step does not move it.
 class StepLimit {
  public:
   /// False when the walk is to be given up; the level then stays.
-  bool Raise(double &level, double step) { return Move(level, level + step, level + step > level); }
-  bool Lower(double &level, double step) { return Move(level, level - step, level - step < level); }
+  bool Raise(double &level, double step, double target) {
+    return Move(level, level + step, level + step > level && IsNear(target - level, step));
+  }
+  bool Lower(double &level, double step, double target) {
+    return Move(level, level - step, level - step < level && IsNear(level - target, step));
+  }
 
  private:
-  bool Move(double &level, double next, bool moves) {
-    if (!moves || left_ == 0) return false;
+  // A walk that is far too long is given up before it fills the memory. Rounding can't double a step.
+  bool IsNear(double distance, double step) const { return !(distance > 2.0 * left_ * step); }
+
+  bool Move(double &level, double next, bool goesOn) {
+    if (!goesOn || left_ == 0) return false;
     --left_;
     level = next;
     return true;

@@ -16,7 +16,7 @@ class Ladder {
   void Extend(int bar, double close, bool rising) {
     while (!isOver_ && (rising ? level_ < close : close < level_)) {
       const double level = level_;
-      Move(rising);
+      Move(rising, close);
       if (isOver_) return;
       const bool opens = !isOpened_ && rising != isRising_;
       isOpened_ = isOpened_ || opens;
@@ -28,9 +28,9 @@ class Ladder {
 
  private:
   // A step that does not move the level ends the ladder, one too many undoes it.
-  void Move(bool rising) {
+  void Move(bool rising, double close) {
     const double before = level_;
-    if (rising ? limit_.Raise(level_, step_) : limit_.Lower(level_, step_)) return;
+    if (rising ? limit_.Raise(level_, step_, close) : limit_.Lower(level_, step_, close)) return;
     isOver_ = true;
     const bool moves = rising ? before + step_ > before : before - step_ < before;
     if (moves) list_.GiveUp();
