@@ -4,6 +4,9 @@
 /// Every exported class and function of Trovenu.
 
 #include "trovenu/backtest/optimiser.h"
+#include "trovenu/backtest/setting.h"
+#include "trovenu/backtest/simulation.h"
+#include "trovenu/backtest/summary_rows.h"
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
 #include "trovenu/formula/postfix/operations.h"
