@@ -1,258 +1,76 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <limits>
+#include <sstream>
 #include <string>
+#include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "tests/backtest/small_market.h"
+#include "trovenu/backtest/setting_fields.h"
 
 namespace trovenu::tests {
 namespace {
 
-using Settings = SSimulationSetting;
-
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr Bar kEntryBar = {100, 120, 50, 100};
 
-// One trade from bar 0 on, where the close is 100, without an exit by the rules. The bars follow that one.
-struct StopCase {
-  const char *name;
-  int side;
-  void (*set)(SSimulation &test);
-  std::vector<Bar> bars;
-  const char *expected;
-};
-
-void ExpectStops(const std::vector<StopCase> &cases) {
-  for (const StopCase &row : cases) {
-    std::vector<Bar> bars = {kEntryBar};
-    bars.insert(bars.end(), row.bars.begin(), row.bars.end());
-    SmallMarket market(bars);
-    market.Fire(row.side == kLongSide ? kLongEntry : kShortEntry, {0});
-    row.set(market.test);
-    EXPECT_EQ(market.RunTrades(), row.expected) << row.name;
+// Sets a member by its name.
+void Set(SSimulation &test, const std::string &name, double value) {
+  if (name == "TickSize") test.TickSize = value;
+  if (name == "BlPointUnit") test.BlPointUnit = static_cast<int>(value);
+  if (name == "BigPointValue") test.BigPointValue = value;
+  if (name == "LongEntry") test.Index.ExpData[kLongEntry][0] = value;
+  for (const Field<SSimulationSetting> &field : IniSettingFields()) {
+    if (name != field.key) continue;
+    std::visit(
+        [&](auto member) {
+          using Value = std::remove_reference_t<decltype(test.Setting.*member)>;
+          if constexpr (std::is_arithmetic_v<Value>) test.Setting.*member = static_cast<Value>(value);
+        },
+        field.member);
   }
 }
 
-// The usual loss limit: 2 % of 100, so the levels are 98 and 102.
+TEST(Stops, CaseFile) {
+  std::ifstream file(TROVENU_SOURCE_DIR "/tests/cases/backtest/stops.txt");
+  std::vector<std::pair<std::string, double>> settings;
+  int cases = 0;
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream words(line);
+    std::string word;
+    words >> word;
+    if (word == "set") {
+      settings.clear();
+      while (words >> word) {
+        const std::size_t equals = word.find('=');
+        settings.emplace_back(word.substr(0, equals), std::stod(word.substr(equals + 1)));
+      }
+    }
+    if (word != "long" && word != "short") continue;
+    std::vector<Bar> bars = {kEntryBar};
+    const bool isLong = word == "long";
+    do {
+      Bar bar = {};
+      words >> bar.open >> bar.high >> bar.low >> bar.close >> word;
+      bars.push_back(bar);
+    } while (word == "|");
+    SmallMarket market(bars);
+    market.Fire(isLong ? kLongEntry : kShortEntry, {0});
+    market.test.Setting.Position = isLong ? kLongOnly : kShortOnly;
+    for (const auto &[name, value] : settings) Set(market.test, name, value);
+    EXPECT_EQ(market.RunTrades(), word) << line;
+    ++cases;
+  }
+  EXPECT_GT(cases, 60);
+}
+
+// A loss limit of 98, and a target of 102.
 void LossLimit(SSimulation &test) { test.Setting.BlMoneyManagementStop = 1; }
-void LossOfPoints(SSimulation &test) {
-  LossLimit(test);
-  test.Setting.ModeMoneyManagementStop = 1;
-  test.Setting.MoneyManagementStop = 3;
-}
-void LossOfMoney(SSimulation &test) {
-  LossOfPoints(test);
-  test.BlPointUnit = 0;
-  test.BigPointValue = 2;
-}
-void LossInUnknownMode(SSimulation &test) {
-  LossLimit(test);
-  test.Setting.ModeMoneyManagementStop = 2;
-}
-void LossOnClose(SSimulation &test) {
-  LossLimit(test);
-  test.Setting.StopLossType = 0;
-}
-void LossInLargeTicks(SSimulation &test) {
-  LossLimit(test);
-  test.TickSize = 5;
-}
-void LossWithoutTick(SSimulation &test) {
-  LossLimit(test);
-  test.TickSize = 0;
-}
-
-TEST(Stops, MoneyManagement) {
-  ExpectStops({
-      {"a touch of 98", 0, LossLimit, {{100, 101, 99, 99}, {99, 99, 98, 99}, {99, 99, 99, 99}}, "L0-2@98#1"},
-      {"a gap fills at the open", 0, LossLimit, {{97, 97, 95, 96}}, "L0-1@97#1"},
-      {"short, a touch of 102", 1, LossLimit, {{100, 101, 99, 99}, {99, 102, 98, 99}}, "S0-2@102#1"},
-      {"short, a gap", 1, LossLimit, {{103, 104, 99, 99}}, "S0-1@103#1"},
-      {"on the close alone", 0, LossOnClose, {{97, 99, 90, 99}, {95, 99, 94, 97}}, "L0-2@97#1"},
-      {"short on the close", 1, LossOnClose, {{103, 105, 99, 101}, {99, 99, 94, 103}}, "S0-2@103#1"},
-      {"98 rounds down to 95", 0, LossInLargeTicks, {{99, 99, 96, 96}, {96, 96, 94, 96}}, "L0-2@95#1"},
-      {"102 rounds up to 105", 1, LossInLargeTicks, {{101, 104, 99, 99}, {101, 106, 99, 99}}, "S0-2@105#1"},
-      {"3 points", 0, LossOfPoints, {{99, 99, 98, 98}, {98, 98, 97, 98}}, "L0-2@97#1"},
-      {"short, 3 points", 1, LossOfPoints, {{99, 102, 98, 98}, {98, 103, 97, 98}}, "S0-2@103#1"},
-      {"3 of money at 2 a point: 98.5 rounds down", 0, LossOfMoney, {{99, 99, 98, 98}}, "L0-1@98#1"},
-      {"short, 101.5 rounds up", 1, LossOfMoney, {{99, 102, 98, 98}}, "S0-1@102#1"},
-      {"level 0 is never reached", 0, LossInUnknownMode, {{99, 99, 1, 98}}, "L0-end@98"},
-      {"short, level 0 is reached at once", 1, LossInUnknownMode, {{99, 99, 98, 98}}, "S0-1@99#1"},
-      {"a tick of 0 never fires", 0, LossWithoutTick, {{99, 99, 1, 98}}, "L0-end@98"},
-      {"short, a tick of 0", 1, LossWithoutTick, {{99, 900, 1, 98}}, "S0-end@98"},
-  });
-}
-
 void Target(SSimulation &test) { test.Setting.BlProfitTargetStop = 1; }
-void TargetOfPoints(SSimulation &test) {
-  Target(test);
-  test.Setting.ModeProfitTargetStop = 1;
-  test.Setting.ProfitTargetStop = 3;
-}
-void TargetInUnknownMode(SSimulation &test) {
-  Target(test);
-  test.Setting.ModeProfitTargetStop = -1;
-}
-void TargetOnClose(SSimulation &test) {
-  Target(test);
-  test.Setting.StopLossType = 0;
-}
-
-TEST(Stops, ProfitTarget) {
-  ExpectStops({
-      {"a touch of 102", 0, Target, {{100, 101, 99, 101}, {101, 102, 99, 99}}, "L0-2@102#4"},
-      {"a gap gains more", 0, Target, {{104, 105, 99, 99}}, "L0-1@104#4"},
-      {"short, a touch of 98", 1, Target, {{100, 101, 99, 101}, {101, 102, 98, 99}}, "S0-2@98#4"},
-      {"short, a gap", 1, Target, {{96, 105, 95, 99}}, "S0-1@96#4"},
-      {"on the close alone", 0, TargetOnClose, {{100, 110, 99, 101}, {101, 103, 99, 103}}, "L0-2@103#4"},
-      {"3 points", 0, TargetOfPoints, {{100, 102, 99, 101}, {101, 104, 99, 99}}, "L0-2@103#4"},
-      {"short, 3 points", 1, TargetOfPoints, {{100, 102, 98, 101}, {101, 104, 96, 99}}, "S0-2@97#4"},
-      {"level 0 is reached at once", 0, TargetInUnknownMode, {{99, 99, 98, 98}}, "L0-1@99#4"},
-      {"short, level 0 is never reached", 1, TargetInUnknownMode, {{99, 99, 1, 98}}, "S0-end@98"},
-  });
-}
-
-// Keeps half of the profit once it was 2 %.
-void KeepHalf(SSimulation &test) {
-  test.Setting.BlRiskTrailingStop = 1;
-  test.Setting.RiskTrailingStop = 0.5;
-}
-void KeepHalfFromPoints(SSimulation &test) {
-  KeepHalf(test);
-  test.Setting.ModeRiskTrailingStopStart = 2;
-  test.Setting.RiskTrailingStopStart = 11;
-}
-void KeepAllButPoints(SSimulation &test) {
-  KeepHalf(test);
-  test.Setting.ModeRiskTrailingStop = 1;
-  test.Setting.RiskTrailingStop = 3;
-}
-void KeepInUnknownMode(SSimulation &test) {
-  KeepHalf(test);
-  test.Setting.ModeRiskTrailingStop = 2;
-}
-void KeepHalfWithLongEntry(SSimulation &test) {
-  KeepHalf(test);
-  test.Index.ExpData[kLongEntry][0] = 100;
-  test.Setting.Position = kShortOnly;
-}
-
-TEST(Stops, RiskTrailing) {
-  ExpectStops({
-      // Best 100 on bar 1 itself, 110 from bar 2 on: the level is 105.
-      {"half of 10",
-       0,
-       KeepHalf,
-       {{100, 110, 90, 109}, {109, 110, 106, 107}, {107, 108, 104, 104}},
-       "L0-3@105#2"},
-      {"101 does not arm it", 0, KeepHalf, {{100, 101, 90, 99}, {99, 100, 50, 99}}, "L0-end@99"},
-      {"it follows the best price: 120, 110",
-       0,
-       KeepHalf,
-       {{100, 110, 90, 109}, {109, 120, 106, 119}, {119, 119, 110, 111}},
-       "L0-3@110#2"},
-      {"armed at 111",
-       0,
-       KeepHalfFromPoints,
-       {{100, 110, 99, 105}, {105, 112, 90, 111}, {111, 111, 100, 100}},
-       "L0-3@106#2"},
-      {"110 - 3", 0, KeepAllButPoints, {{100, 110, 99, 109}, {109, 109, 106, 108}}, "L0-2@107#2"},
-      {"level 0", 0, KeepInUnknownMode, {{100, 110, 99, 109}, {109, 109, 1, 108}}, "L0-end@108"},
-      // Without a long entry the entry price is 0 and the level 90 * 0.5, which every bar exceeds.
-      {"short leaves when it is armed", 1, KeepHalf, {{100, 100, 90, 95}, {94, 94, 91, 92}}, "S0-2@94#2"},
-      {"short above the arming level", 1, KeepHalf, {{100, 100, 99, 99}, {99, 99, 99, 99}}, "S0-end@99"},
-      {"short with the price of a long entry: 95",
-       1,
-       KeepHalfWithLongEntry,
-       {{100, 100, 90, 91}, {91, 94, 91, 92}, {92, 96, 91, 92}},
-       "S0-3@95#2"},
-      {"short, armed at 89",
-       1,
-       KeepHalfFromPoints,
-       {{100, 100, 90, 95}, {94, 94, 88, 92}, {92, 92, 91, 91}},
-       "S0-3@92#2"},
-      {"short, 90 + 3", 1, KeepAllButPoints, {{100, 100, 90, 91}, {91, 93, 91, 92}}, "S0-2@93#2"},
-      {"short, level 0", 1, KeepInUnknownMode, {{100, 100, 90, 91}, {91, 93, 91, 92}}, "S0-2@91#2"},
-  });
-}
-
-void Trail(SSimulation &test) {
-  test.Setting.BlRiskTrailingStop2 = 1;
-  test.Setting.RiskTrailingStop2 = 0.25;
-}
-void TrailByPoints(SSimulation &test) {
-  Trail(test);
-  test.Setting.ModeRiskTrailingStop2 = 1;
-  test.Setting.RiskTrailingStop2 = 5;
-}
-void TrailInUnknownMode(SSimulation &test) {
-  Trail(test);
-  test.Setting.ModeRiskTrailingStop2 = 2;
-}
-
-TEST(Stops, RiskTrailing2) {
-  ExpectStops({
-      {"75 from the first bar on", 0, Trail, {{100, 101, 75, 90}}, "L0-1@75#3"},
-      // The high of the bar itself does not count: 101 * 0.75 = 75.75, 120 * 0.75 = 90.
-      {"the level rounds down",
-       0,
-       Trail,
-       {{100, 101, 99, 100}, {100, 120, 76, 119}, {119, 119, 90, 91}},
-       "L0-3@90#3"},
-      {"75.75 rounds down to 75", 0, Trail, {{100, 101, 99, 100}, {100, 100, 75, 80}}, "L0-2@75#3"},
-      {"5 points", 0, TrailByPoints, {{100, 104, 96, 104}, {98, 100, 97, 98}}, "L0-2@98#3"},
-      {"level 0", 0, TrailInUnknownMode, {{100, 104, 1, 104}}, "L0-end@104"},
-      {"short, 125", 1, Trail, {{100, 125, 99, 100}}, "S0-1@125#3"},
-      {"short, 90 * 1.25 = 112.5 rounds up",
-       1,
-       Trail,
-       {{100, 101, 90, 100}, {100, 114, 50, 99}},
-       "S0-2@113#3"},
-      {"short, 5 points", 1, TrailByPoints, {{100, 104, 96, 97}, {97, 101, 97, 98}}, "S0-2@101#3"},
-      {"short, level 0", 1, TrailInUnknownMode, {{100, 104, 96, 97}}, "S0-1@100#3"},
-  });
-}
-
-// A range below 2 % of the close two bars before, over that close and the prices of two bars.
-void Quiet(SSimulation &test) {
-  test.Setting.BlMinVariationStop = 1;
-  test.Setting.MinVariationStopCount = 2;
-}
-void QuietPoints(SSimulation &test) {
-  Quiet(test);
-  test.Setting.ModeMinVariationStop = 1;
-  test.Setting.MinVariationStop = 4;
-}
-void QuietInUnknownMode(SSimulation &test) {
-  Quiet(test);
-  test.Setting.ModeMinVariationStop = 2;
-}
-void QuietOfNegativeCount(SSimulation &test) {
-  Quiet(test);
-  test.Setting.MinVariationStopCount = -1;
-}
-
-TEST(Stops, MinVariation) {
-  const Bar still = {100, 101, 100, 101};
-  ExpectStops({
-      // The exit at bar 4 is the first one that is looked at. Bars 1 and 2 and the close of bar 0 span 1.
-      {"at the close", 0, Quiet, {still, still, still, still}, "L0-2@101#5"},
-      {"short alike", 1, Quiet, {still, still, still, still}, "S0-2@101#5"},
-      {"an exit at bar 3 is too early", 0, Quiet, {still, still, still}, "L0-end@101"},
-      // 2 is not below 2. At bar 3 the level is 2 % of 101, which rounds up to 3.
-      {"strictly less", 0, Quiet, {still, {100, 102, 100, 101}, still, still}, "L0-3@101#5"},
-      {"range 3 of 4 points", 0, QuietPoints, {still, {100, 103, 100, 102}, still, still}, "L0-2@102#5"},
-      {"range 4 of 4 points",
-       0,
-       QuietPoints,
-       {{100, 104, 100, 100}, {100, 104, 100, 100}, still, still},
-       "L0-4@101#5"},
-      {"level 0", 0, QuietInUnknownMode, {still, still, still, still}, "L0-end@101"},
-      {"a negative count", 0, QuietOfNegativeCount, {still, still, still, still}, "L0-end@101"},
-  });
-}
 
 struct ClosingCase {
   const char *name;
