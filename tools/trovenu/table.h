@@ -16,6 +16,10 @@ struct TableColumn {
   struct Lists {
     std::vector<std::vector<std::string>> values;
   };
+  /// Numbers as texts, with the decimals that they are to show; an empty one stands for no value.
+  struct Figures {
+    std::vector<std::string> values;
+  };
   /// NaN and the infinities stand for no value.
   struct Numbers {
     std::vector<double> values;
@@ -26,7 +30,7 @@ struct TableColumn {
   };
 
   std::string heading;
-  std::variant<Texts, Lists, Numbers, Dates> cells;
+  std::variant<Texts, Lists, Figures, Numbers, Dates> cells;
 };
 
 /// A result as columns of equal length; headings differ. All text is UTF-8.

@@ -10,6 +10,7 @@
 
 #include "tools/trovenu/date_text.h"
 #include "tools/trovenu/terminal_text.h"
+#include "trovenu/support/number_text.h"
 
 namespace trovenu::tool {
 
@@ -19,7 +20,7 @@ constexpr double kExponentFrom = 1e15;
 constexpr double kExponentBelow = 1e-5;
 constexpr std::size_t kPiece = 1 << 16;
 
-// std::visit over the four kinds of cells.
+// std::visit over the kinds of cells.
 template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
@@ -96,6 +97,7 @@ class CellWriter {
     std::visit(
         Overloaded{[&](const TableColumn::Texts &texts) { out += texts.values[row]; },
                    [&](const TableColumn::Lists &lists) { out += Joined(lists.values[row]); },
+                   [&](const TableColumn::Figures &figures) { out += figures.values[row]; },
                    [&](const TableColumn::Numbers &numbers) { AppendValue(out, numbers.values[row]); },
                    [&](const TableColumn::Dates &dates) { AppendDate(out, dates.values[row], seconds_); }},
         column_.cells);
@@ -229,10 +231,16 @@ void AppendJsonCell(std::string &out, const CellWriter &writer, std::size_t row)
       out += "null";
     }
   };
+  const auto appendFigure = [&](const TableColumn::Figures &figures) {
+    const std::string &text = figures.values[row];
+    double value = 0.0;
+    const bool isNumber = !text.empty() && ParseNumber(text, &value) == text.size() && std::isfinite(value);
+    out += isNumber ? text : "null";
+  };
   const auto appendList = [&](const TableColumn::Lists &lists) {
     out += nlohmann::json(lists.values[row]).dump();
   };
-  std::visit(Overloaded{appendAsText, appendNumber, appendList}, writer.Of().cells);
+  std::visit(Overloaded{appendAsText, appendFigure, appendNumber, appendList}, writer.Of().cells);
 }
 
 void WriteJson(const Table &table, OutputFile &out) {
