@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/formula.h"
 #include "tools/trovenu/formula_folder.h"
@@ -101,7 +102,7 @@ Command AddCheck(CLI::App &tool) {
       ->add_option("--samples", options->samples,
                    "Look N times as the bars arrive, not after each (for long files)")
       ->type_name("N")
-      ->check(CLI::PositiveNumber)
+      ->check(AtLeast(1))
       ->needs(repaint);
   command->footer(
       "Prints \"sound\" (exit code 0), or the message, the line of the formula and a caret under the\n"

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/bars.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/formula.h"
@@ -51,7 +52,7 @@ Command AddEval(CLI::App &tool) {
   AddFolderOption(*command, options->folder);
   command->add_option("--last", options->last, "Write the newest N bars only; all bars are evaluated")
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check(AtLeast(1));
   options->format.Add(*command, {Format::Table, Format::Csv, Format::Json});
   AddOutOption(*command, options->out);
   command->footer(

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/formula_folder.h"
 #include "tools/trovenu/formula_options.h"
 #include "tools/trovenu/indicator_commands.h"
@@ -57,7 +58,7 @@ Command AddIndicatorRun(CLI::App &group) {
   AddBarsOption(*command, options->bars);
   command->add_option("--last", options->last, "Write the newest N bars only; all bars are calculated")
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check(AtLeast(1));
   options->format.Add(*command, {Format::Table, Format::Csv, Format::Json});
   AddOutOption(*command, options->out);
   command->footer(

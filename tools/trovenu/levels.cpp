@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/bars.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/failure.h"
@@ -133,7 +134,7 @@ Command AddLevels(CLI::App &tool) {
   command
       ->add_option("--days", options->days, "Days that make levels, the newest N; 1 for the last day alone")
       ->type_name("N")
-      ->check(CLI::PositiveNumber)
+      ->check(AtLeast(1))
       ->capture_default_str();
   options->format.Add(*command, {Format::Table, Format::Csv, Format::Json});
   AddOutOption(*command, options->out);

@@ -2,6 +2,7 @@
 #include <memory>
 #include <string>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/minute_maker.h"
 #include "tools/trovenu/output_file.h"
@@ -51,7 +52,7 @@ Command AddBars(CLI::App &tool) {
   amount->require_option(1);
   command->add_option("--seed", options->seed, "Another series for each number")
       ->type_name("S")
-      ->check(CLI::NonNegativeNumber)
+      ->check(AtLeast(0))
       ->capture_default_str();
   AddOutOption(*command, options->out);
   return {command, [options] { return Run(*options); }};

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/trovenu/at_least.h"
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/failure.h"
 #include "tools/trovenu/formula_folder.h"
@@ -179,7 +180,7 @@ Command AddReplay(CLI::App &tool) {
       ->add_option("--from", options->from,
                    "First bar, from 0, that arrives live; those before are on the chart\nwhen it opens")
       ->type_name("BAR")
-      ->check(CLI::NonNegativeNumber)
+      ->check(AtLeast(0))
       ->capture_default_str();
   options->format.Add(*command, {Format::Table, Format::Csv, Format::Json});
   AddOutOption(*command, options->out);
