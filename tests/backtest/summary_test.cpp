@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "tests/backtest/trading.h"
+#include "tests/backtest/both_sides.h"
+#include "trovenu/platform/code_page.h"
 #include "trovenu/support/korean.h"
 
 namespace trovenu::tests {
@@ -24,17 +25,18 @@ class SummaryTest : public testing::Test {
     return simulation.SummaryInfo;
   }
 
-  Trading trading{kEightCloses};
-  SSimulation &simulation = trading.simulation;
+  BothSides market;
+  SSimulation &simulation = market.test;
 };
 
 // Profits 0, -5, 10, 6, -2, -1; the second and the fifth trade are short ones. Their mean is 4/3, the mean of
 // their squares 166/6, so they deviate by the root of 25.89. The equity falls from 0 to -6.5, that of the
 // long side from 1.5 to -0.5, that of the short side from 0 to -6.
 TEST_F(SummaryTest, RowsOfThreeGroups) {
-  TradeBothSides(trading);
   simulation.Setting.EntryCommission = 0.5;
   simulation.Setting.ModeEntryCommission = 1;
+  market.date[0] = 20240102;
+  market.date[7] = 20240111090500;
   Add(kLongSide, 0, 2, 60, 70);
   Add(kShortSide, -5, 3, 40, 20);
   Add(kLongSide, 10, 4, 60, 70);
@@ -43,109 +45,57 @@ TEST_F(SummaryTest, RowsOfThreeGroups) {
   Add(kLongSide, -1, 5, 60, 70);
   simulation.SetSummary();
   ASSERT_EQ(simulation.SummaryCount, 42);
-
-  const struct {
-    const char *block, *title, *name1, *name2;
-    // All trades, long, short.
-    const char *value1[3];
-    const char *value2[3];
-  } kRows[] = {
-      {"0",
-       "손익 요약"_kr,
-       "총손익"_kr,
-       "Profit Factor",
-       {"8.00", "15.00", "-7.00"},
-       {"2.00", "16.00", "0.00"}},
-      {"0",
-       "손익 요약"_kr,
-       "총수익"_kr,
-       "총손실"_kr,
-       {"16.00", "16.00", "0.00"},
-       {"-8.00", "-1.00", "-7.00"}},
-      {"1", "거래 횟수"_kr, "총거래횟수"_kr, "승률"_kr, {"6", "4", "2"}, {"0.50", "0.75", "0.00"}},
-      {"1", "거래횟수"_kr, "수익 거래수"_kr, "손실 거래수"_kr, {"3", "3", "0"}, {"3", "1", "2"}},
-      {"1",
-       "거래횟수"_kr,
-       "수익 거래 평균 봉 갯수"_kr,
-       "손실 거래 평균 봉 갯수"_kr,
-       {"2.3", "2.3", "0.0"},
-       {"3.3", "5.0", "2.5"}},
-      {"2",
-       "최대 손익"_kr,
-       "최대 수익"_kr,
-       "최대 손실"_kr,
-       {"10.00", "10.00", "0.00"},
-       {"-5.00", "-1.00", "-5.00"}},
-      {"2",
-       "최대 손익"_kr,
-       "최대 연속 수익 금액"_kr,
-       "최대 연속 손실 금액"_kr,
-       {"16.00", "16.00", "0.00"},
-       {"-5.00", "-1.00", "-7.00"}},
-      {"2",
-       "최대 손익"_kr,
-       "최대 연속 수익 거래"_kr,
-       "최대 연속 손실 거래"_kr,
-       {"2", "3", "0"},
-       {"2", "1", "2"}},
-      {"2", "최대 손익"_kr, "최대 손실폭"_kr, "", {"-6.50", "-2.00", "-6.00"}, {"", "", ""}},
-      {"3",
-       "평균 손익"_kr,
-       "평균 수익"_kr,
-       "평균 손실"_kr,
-       {"5.33", "5.33", ""},
-       {"-2.67", "-1.00", "-3.50"}},
-      {"3",
-       "평균 손익"_kr,
-       "평균 거래 손익"_kr,
-       "표준편차"_kr,
-       {"1.33", "3.75", "-3.50"},
-       {"5.09", "5.09", "5.09"}},
-      {"3", "평균 손익"_kr, "평균 수익/평균 손실"_kr, "", {"2.00", "5.33", ""}, {"", "", ""}},
-      {"4",
-       "효율성"_kr,
-       "진입효율성"_kr,
-       "청산효율성"_kr,
-       {"53.33", "60.00", "40.00"},
-       {"53.33", "70.00", "20.00"}},
-      {"4", "효율성"_kr, "전체효율성"_kr, "", {"6.67", "30.00", "-40.00"}, {"", "", ""}},
-  };
   const char *const kGroups[] = {"전체 거래"_kr, "매수 거래"_kr, "매도 거래"_kr};
-  for (int group = 0; group < 3; ++group) {
-    for (int i = 0; i < 14; ++i) {
-      SCOPED_TRACE("group " + std::to_string(group) + ", row " + std::to_string(i));
-      const SSummary &row = simulation.SummaryRows[14 * group + i];
-      EXPECT_STREQ(row.GroupID.c_str(), std::to_string(group).c_str());
-      EXPECT_STREQ(row.GroupName.c_str(), kGroups[group]);
-      EXPECT_STREQ(row.SubGroupID.c_str(), kRows[i].block);
-      EXPECT_STREQ(row.SubGroupName.c_str(), kRows[i].title);
-      EXPECT_STREQ(row.Sequence.c_str(), std::to_string(i).c_str());
-      EXPECT_STREQ(row.Name1.c_str(), kRows[i].name1);
-      EXPECT_STREQ(row.Value1.c_str(), kRows[i].value1[group]);
-      EXPECT_STREQ(row.Name2.c_str(), kRows[i].name2);
-      EXPECT_STREQ(row.Value2.c_str(), kRows[i].value2[group]);
+
+  std::string text;
+  for (int i = 0; i < 14; ++i) {
+    const SSummary *rows[] = {simulation.SummaryRows + i, simulation.SummaryRows + 14 + i,
+                              simulation.SummaryRows + 28 + i};
+    SString line = rows[0]->SubGroupID + " " + rows[0]->SubGroupName + " | " + rows[0]->Name1;
+    for (const SSummary *row : rows) line += " " + row->Value1;
+    line += " | " + rows[0]->Name2;
+    for (const SSummary *row : rows) line += " " + row->Value2;
+    for (int group = 0; group < 3; ++group) {
+      EXPECT_EQ(std::stoi(rows[group]->GroupID.c_str()), group);
+      EXPECT_EQ(std::stoi(rows[group]->Sequence.c_str()), i);
+      EXPECT_EQ(rows[group]->SubGroupName, rows[0]->SubGroupName);
+      EXPECT_STREQ(rows[group]->GroupName.c_str(), kGroups[group]);
     }
+    text += Utf8FromCodePage(line.c_str(), nullptr) + "\n";
   }
+  // All trades, long ones, short ones.
+  EXPECT_EQ(text,
+            "0 손익 요약 | 총손익 8.00 15.00 -7.00 | Profit Factor 2.00 16.00 0.00\n"
+            "0 손익 요약 | 총수익 16.00 16.00 0.00 | 총손실 -8.00 -1.00 -7.00\n"
+            "1 거래 횟수 | 총거래횟수 6 4 2 | 승률 0.50 0.75 0.00\n"
+            "1 거래횟수 | 수익 거래수 3 3 0 | 손실 거래수 3 1 2\n"
+            "1 거래횟수 | 수익 거래 평균 봉 갯수 2.3 2.3 0.0 | 손실 거래 평균 봉 갯수 3.3 5.0 2.5\n"
+            "2 최대 손익 | 최대 수익 10.00 10.00 0.00 | 최대 손실 -5.00 -1.00 -5.00\n"
+            "2 최대 손익 | 최대 연속 수익 금액 16.00 16.00 0.00 | 최대 연속 손실 금액 -5.00 -1.00 -7.00\n"
+            "2 최대 손익 | 최대 연속 수익 거래 2 3 0 | 최대 연속 손실 거래 2 1 2\n"
+            "2 최대 손익 | 최대 손실폭 -6.50 -2.00 -6.00 |    \n"
+            "3 평균 손익 | 평균 수익 5.33 5.33  | 평균 손실 -2.67 -1.00 -3.50\n"
+            "3 평균 손익 | 평균 거래 손익 1.33 3.75 -3.50 | 표준편차 5.09 5.09 5.09\n"
+            "3 평균 손익 | 평균 수익/평균 손실 2.00 5.33  |    \n"
+            "4 효율성 | 진입효율성 53.33 60.00 40.00 | 청산효율성 53.33 70.00 20.00\n"
+            "4 효율성 | 전체효율성 6.67 30.00 -40.00 |    \n");
 
   const SSummaryInfo &record = simulation.SummaryInfo;
-  EXPECT_STREQ(record.TotalProfit.c_str(), "8.00");
-  EXPECT_STREQ(record.TransactionCount.c_str(), "6");
-  EXPECT_STREQ(record.WinLossRatio.c_str(), "2");
-  EXPECT_STREQ(record.WinRatio.c_str(), "0.5");
-  EXPECT_STREQ(record.ProfitFactor.c_str(), "2");
-  EXPECT_STREQ(record.AverageProfit.c_str(), "1.33");
-  EXPECT_STREQ(record.Status.c_str(), "매수청산"_kr);
-  EXPECT_STREQ(record.Term.c_str(), "2024.01.01 ~ 2024.01.08");
-  EXPECT_STREQ(record.EntryCommission.c_str(), "0.50원"_kr);
-  EXPECT_STREQ(record.ExitCommission.c_str(), "0.00%");
-  EXPECT_STREQ(record.IndicatorVariable.c_str(), "");
-  EXPECT_STREQ(record.SumFileName.c_str(), simulation.IndividualSummaryFileName.c_str());
-  EXPECT_STREQ(record.TradeListFileName.c_str(), simulation.TradingHistoryFileName.c_str());
+  SString fields;
+  for (const SString &field :
+       {record.TotalProfit, record.TransactionCount, record.WinLossRatio, record.WinRatio,
+        record.ProfitFactor, record.AverageProfit, record.Status, record.Term, record.EntryCommission,
+        record.ExitCommission, record.IndicatorVariable}) {
+    fields += field + "|";
+  }
+  EXPECT_EQ(Utf8FromCodePage(fields.c_str(), nullptr),
+            "8.00|6|2|0.5|2|1.33|매수청산|2024.01.02 ~ 2024.01.11|0.50원|0.00%||");
+  EXPECT_EQ(record.SumFileName, simulation.IndividualSummaryFileName);
+  EXPECT_EQ(record.TradeListFileName, simulation.TradingHistoryFileName);
 }
 
 // Long from bar 1 to 3, 4 to 5 and 7 to the end, short from 2 to 6: four bars of eight each.
 TEST_F(SummaryTest, BarsInTheMarketAndGroupsOfThePosition) {
-  TradeBothSides(trading);
   const struct {
     int position;
     const char *inMarket;
