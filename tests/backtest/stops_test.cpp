@@ -23,6 +23,7 @@ void Set(SSimulation &test, const std::string &name, double value) {
   if (name == "TickSize") test.TickSize = value;
   if (name == "BlPointUnit") test.BlPointUnit = static_cast<int>(value);
   if (name == "BigPointValue") test.BigPointValue = value;
+  if (name == "LongExitAt") test.Index.ExpData[kLongExit][static_cast<int>(value)] = 100.0;
   if (name == "LongEntry") test.Index.ExpData[kLongEntry][0] = value;
   for (const Field<SSimulationSetting> &field : IniSettingFields()) {
     if (name != field.key) continue;
@@ -68,9 +69,8 @@ TEST(Stops, CaseFile) {
   EXPECT_GT(cases, 60);
 }
 
-// A loss limit of 98, and a target of 102.
+// A loss limit of 98.
 void LossLimit(SSimulation &test) { test.Setting.BlMoneyManagementStop = 1; }
-void Target(SSimulation &test) { test.Setting.BlProfitTargetStop = 1; }
 
 struct ClosingCase {
   const char *name;
@@ -92,12 +92,9 @@ TEST(Stops, DayTrading) {
            ClosingCase{"no time: noon", "", 1, "L3-4@104#6"},
            ClosingCase{"no time: midnight", "?", 0, ""},
        }) {
-    SmallMarket market({{100, 100, 100, 100},
-                        {101, 101, 101, 101},
-                        {102, 102, 102, 102},
-                        {103, 103, 103, 103},
-                        {104, 104, 104, 104},
-                        {105, 105, 105, 105}});
+    std::vector<Bar> bars;
+    for (double price = 100; price < 106; ++price) bars.push_back({price, price, price, price});
+    SmallMarket market(bars);
     for (int i = 0; i < 6; ++i) market.date[i] = dates[i];
     market.Fire(kLongEntry, {0, 2, 3, 4});
     market.test.Setting.BlDayTradingStop = 1;
@@ -116,32 +113,6 @@ TEST(Stops, ClosingTimeCancelsEntriesOfASideThatIsNotTraded) {
   market.test.Setting.DayTradingStop = "00:00";
   market.Run();
   EXPECT_EQ(market.test.Index.ExpData[kShortEntry][0], 0.0);
-}
-
-// A loss limit of 98 and a target of 102, the rules leaving at bar 3.
-TEST(Stops, TheEarliestBarWinsAndOfOneBarTheLastStop) {
-  struct Case {
-    const char *name;
-    Bar first;
-    Bar second;
-    Bar third;
-    const char *expected;
-  };
-  const Bar calm = {100, 101, 99, 100};
-  for (const Case &row : {
-           Case{"both on one bar: the target", {100, 102, 98, 100}, calm, calm, "L0-1@102#4"},
-           Case{"the limit a bar earlier", {100, 101, 98, 100}, {100, 102, 99, 100}, calm, "L0-1@98#1"},
-           Case{"the target a bar earlier", {100, 102, 99, 100}, {100, 101, 98, 100}, calm, "L0-1@102#4"},
-           Case{"a stop on the bar of the rule", calm, calm, {100, 101, 97, 100}, "L0-3@98#1"},
-           Case{"the rule before all stops", calm, calm, calm, "L0-3@100"},
-       }) {
-    SmallMarket market({kEntryBar, row.first, row.second, row.third, {50, 150, 50, 100}});
-    market.Fire(kLongEntry, {0});
-    market.Fire(kLongExit, {3});
-    LossLimit(market.test);
-    Target(market.test);
-    EXPECT_EQ(market.RunTrades(), row.expected) << row.name;
-  }
 }
 
 TEST(Stops, TheWalkGoesOnBehindTheStop) {
@@ -233,15 +204,6 @@ TEST(Stops, RequiredMaxBarIsForHostsAlone) {
   EXPECT_EQ(market.test.MaxBarStop(nullptr, 0, 0, &bar, &price), -1);
 }
 
-TEST(Stops, TicksRoundUpAndDown) {
-  SSimulation test;
-  test.TickSize = 0.25;
-  EXPECT_EQ(test.RoundTickSize(0, 10.3), 10.5);
-  EXPECT_EQ(test.RoundTickSize(1, 10.3), 10.25);
-  EXPECT_EQ(test.RoundTickSize(2, 10.3), 10.3);
-  EXPECT_EQ(test.RoundTickSize(0, 10.25), 10.25);
-}
-
 TEST(Stops, AnyArgumentsAreSafe) {
   SmallMarket market({kEntryBar, kEntryBar, kEntryBar});
   SSimulation fresh;
@@ -271,6 +233,8 @@ TEST(Stops, AnyArgumentsAreSafe) {
   }
   EXPECT_EQ(fresh.GetStopLossValue(1, kMost, 5.0), 5.0);
   EXPECT_EQ(fresh.GetExitCompValue(9, kLeast), 0.0);
+  fresh.TickSize = 0.25;
+  EXPECT_EQ(fresh.RoundTickSize(2, 10.3), 10.3);
 }
 
 }  // namespace
