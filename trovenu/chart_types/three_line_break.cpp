@@ -78,7 +78,8 @@ class Lines {
  private:
   static bool RisesFirst(const ChartBars &bars) {
     for (int i = bars.First() + 1; i < bars.End(); ++i) {
-      if (bars.close[i] != bars.close[i - 1]) return bars.close[i] > bars.close[i - 1];
+      if (bars.close[i] > bars.close[i - 1]) return true;
+      if (bars.close[i] < bars.close[i - 1]) return false;
     }
     return false;
   }
