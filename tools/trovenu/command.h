@@ -27,6 +27,8 @@ Command AddCheck(CLI::App &tool);
 Command AddWords(CLI::App &tool);
 Command AddIndicator(CLI::App &tool);
 Command AddReplay(CLI::App &tool);
+Command AddScreen(CLI::App &tool);
+Command AddCompile(CLI::App &tool);
 Command AddBacktest(CLI::App &tool);
 Command AddLevels(CLI::App &tool);
 Command AddTable(CLI::App &tool);

@@ -71,7 +71,7 @@ SVector FormulaEngine::Evaluate(const std::string &formula, std::optional<Formul
   if (calc_.errorCount > 0) {
     fault = DescribeFault(calc_, formula, codePage);
   } else {
-    CheckColumns(formula);
+    RequireColumns(bars_, calc_.columnsRead, formula);
   }
   return result;
 }
@@ -83,11 +83,11 @@ SVector FormulaEngine::Evaluate(const std::string &formula) {
   return result;
 }
 
-void FormulaEngine::CheckColumns(const std::string &formula) const {
+void RequireColumns(const Bars &bars, unsigned columnsRead, const std::string &formula) {
   for (int i = 0; i < kSeriesFields; ++i) {
     const unsigned bit = 1U << i;
-    if ((calc_.columnsRead & bit) == 0 || (bars_.present & bit) != 0) continue;
-    throw FailureAt(bars_.name, bars_.headerLine,
+    if ((columnsRead & bit) == 0 || (bars.present & bit) != 0) continue;
+    throw FailureAt(bars.name, bars.headerLine,
                     "expected a column " + FieldName(static_cast<BarField>(i)) + ", which the formula " +
                         Quoted(OneLine(formula)) + " reads");
   }

@@ -39,6 +39,10 @@ struct FormulaFault {
   std::string OneLine() const;
 };
 
+/// Throws `Failure` if the bars lack one of the columns that the formula has read, which are bits in the
+/// order of `SCalc::SetVariable`.
+void RequireColumns(const Bars &bars, unsigned columnsRead, const std::string &formula);
+
 /// Evaluates formulas in UTF-8 one after the other on one engine, so that a variable of one is known to the
 /// next.
 class FormulaEngine {
@@ -54,8 +58,6 @@ class FormulaEngine {
   SVector Evaluate(const std::string &formula);
 
  private:
-  void CheckColumns(const std::string &formula) const;
-
   Bars &bars_;
   SCalc calc_;
 };

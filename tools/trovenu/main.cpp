@@ -16,8 +16,8 @@ namespace {
 using AddCommand = Command (*)(CLI::App &tool);
 
 // In the order of the help text.
-constexpr AddCommand kCommands[] = {AddEval,     AddCheck,  AddWords, AddIndicator, AddReplay,
-                                    AddBacktest, AddLevels, AddTable, AddBars};
+constexpr AddCommand kCommands[] = {AddEval,    AddCheck,    AddWords,  AddIndicator, AddReplay, AddScreen,
+                                    AddCompile, AddBacktest, AddLevels, AddTable,     AddBars};
 
 int Report(const std::string &line, int exitCode) {
   std::fprintf(stderr, "trovenu: %s\n", line.c_str());
