@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <thread>
 
 #include "tests/chart_types/chart_case.h"
 #include "trovenu/chart_types/turning_points.h"
+#include "trovenu/support/block_pool.h"
 
 namespace trovenu::tests {
 namespace {
@@ -69,6 +71,33 @@ TEST(HostileCharts, NothingBoundIsEmptyAndHasNoTick) {
     EXPECT_EQ(chart.index.ExpData[1].GetSize(), bands) << calculator;
     EXPECT_STREQ(chart.index.VarValue[1].c_str(), before.c_str()) << calculator;
   }
+}
+
+TEST(HostileCharts, ExhaustedMemoryGivesAllOrNothing) {
+  SVector::SetErrorHandler([](const char *) {});
+  std::vector<double> closes;
+  for (int i = 0; i < 3000; ++i) closes.push_back(100.0 + i * 7 % 13);
+  for (const std::string &calculator : Calculators()) {
+    Chart whole(closes);
+    whole.index.VarValue[0] = whole.index.VarValue[1] = "2";
+    whole.Run(calculator);
+    for (int failing = 1; failing <= 12; ++failing) {
+      // On a thread of its own, whose pool has no blocks yet.
+      std::thread([&] {
+        Chart chart(closes);
+        chart.index.VarValue[0] = chart.index.VarValue[1] = "2";
+        FailBlockAllocation(failing);
+        chart.Run(calculator);
+        FailBlockAllocation(0);
+        for (int i = 0; i < kExpressions; ++i) {
+          const std::vector<double> values = Elements(chart.index.ExpData[i]);
+          EXPECT_TRUE(values.empty() || values == Elements(whole.index.ExpData[i]))
+              << calculator << " " << i << " allocation " << failing;
+        }
+      }).join();
+    }
+  }
+  SVector::SetErrorHandler(nullptr);
 }
 
 TEST(HostileCharts, WalksTooLongAndStepsTooSmallGiveEmptyResults) {

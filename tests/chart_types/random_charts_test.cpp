@@ -287,30 +287,6 @@ TEST_F(RandomCharts, ProfileIsThatOfAWholeLookAtEachBlock) {
   }
 }
 
-// Each mark but the first and the last lies a reversal
-// away from its neighbours and is the extreme of the closes between them.
-TEST_F(RandomCharts, ZigZagMarksAreExtremesAReversalApart) {
-  for (int walk = 0; walk < kWalks; ++walk) {
-    Chart chart(Walk(400, 12));
-    const SVector &close = chart.Data().close;
-    chart.index.VarValue[0] = "5";
-    chart.Run("CalcZigZagLine");
-    std::vector<int> marks;
-    for (int i = 0; i < chart.index.ExpData[1].GetSize(); ++i) {
-      if (At(chart, 1, i) == 0.0) continue;
-      ASSERT_EQ(At(chart, 1, i), close[i]);
-      marks.push_back(i);
-    }
-    ASSERT_GT(marks.size(), 5U);
-    for (std::size_t k = 2; k + 1 < marks.size(); ++k) {
-      const double from = close[marks[k - 1]], to = close[marks[k]];
-      ASSERT_TRUE(to > from * 1.05 || to < from * 0.95) << from << " " << to;
-      for (int i = marks[k - 1]; i <= marks[k]; ++i)
-        ASSERT_TRUE(std::min(from, to) <= close[i] && close[i] <= std::max(from, to));
-    }
-  }
-}
-
 TEST_F(RandomCharts, LadderStepsAreEvenAndTurnsAreMarked) {
   for (int walk = 0; walk < kWalks; ++walk) {
     Chart chart(Walk(400, 12));

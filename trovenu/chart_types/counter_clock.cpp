@@ -37,9 +37,11 @@ void SIndex::CalcCounterClock(int automatic) {
   const int count = bars.date.GetSize();
   for (SVector *series : {&ExpData[0], &ExpData[1]}) {
     // Growing drops what lies below the start index, so the room is made first.
+    const int size = MoveIndex(series->GetSize(), count);
     series->SetStartIndex(0);
-    series->ReAlloc(MoveIndex(series->GetSize(), count));
+    series->ReAlloc(size);
     series->SetStartIndex(start);
+    if (series->capacity < size) return;
   }
   // Required: appended to what is there.
   for (int i = 0; i < count; ++i) {

@@ -14,15 +14,20 @@ namespace {
 constexpr long kShortestBlock = 15;
 constexpr double kFirstLetter = 65.0;
 
-// The places where blocks open, counted from the first bar.
+// The places where blocks open, counted from the first bar; none where memory is exhausted.
 SVector BlockOpenings(const ChartBars &bars, int minutes) {
-  SVector openings;
+  const int count = bars.End() - bars.First();
+  SVector openings(count);
+  if (openings.GetSize() != count) return SVector();
+  int blocks = 0;
   double next = 0.0;
-  for (int i = bars.First(); i < bars.End(); ++i) {
-    if (i > bars.First() && !(next <= bars.date[i])) continue;
-    AddGrowing(openings, i - bars.First());
-    next = GetNextTime(bars.date[i], minutes);
+  for (int i = 0; i < count; ++i) {
+    const double date = bars.date[bars.First() + i];
+    if (i > 0 && !(next <= date)) continue;
+    openings[blocks++] = i;
+    next = GetNextTime(date, minutes);
   }
+  openings.SetSize(blocks);
   return openings;
 }
 
@@ -46,6 +51,9 @@ class FirstBars {
     shift_ = 64 - std::countr_zero(places);
     places_ = SVector(static_cast<int>(places));
   }
+
+  // False where memory is exhausted.
+  bool HasRoom() const { return places_.GetSize() > 1; }
 
   // The place of a close, which is a number: 0 in it for a new one, else the position of its first bar
   // plus 1.
@@ -71,11 +79,12 @@ class FirstBars {
 
 // Leaves each close of a block one entry, its first, which counts volume and bars. Required: entries stand
 // at the positions of bars, in results that are as long as there are valid bars.
-void GroupBlock(const ChartBars &bars, int begin, int end, SVector *results) {
+bool GroupBlock(const ChartBars &bars, int begin, int end, SVector *results) {
   SVector &letters = results[1];
   SVector &volumes = results[3];
   SVector &counts = results[4];
   FirstBars firstBars(end - begin);
+  if (!firstBars.HasRoom()) return false;
   for (int i = begin; i < end; ++i) {
     const double close = bars.close[i];
     double noPlace = 0.0;
@@ -89,16 +98,18 @@ void GroupBlock(const ChartBars &bars, int begin, int end, SVector *results) {
     volumes[entry] += bars.volume[i];
     counts[entry] += 1.0;
   }
+  return true;
 }
 
-void Group(const ChartBars &bars, const SVector &openings, SVector *results) {
+bool Group(const ChartBars &bars, const SVector &openings, SVector *results) {
   int next = 0;
   for (int begin = bars.First(); begin < bars.End();) {
     while (next < openings.GetSize() && openings[next] <= begin) ++next;
     const int end = next < openings.GetSize() ? static_cast<int>(openings[next]) : bars.End();
-    GroupBlock(bars, begin, end, results);
+    if (!GroupBlock(bars, begin, end, results)) return false;
     begin = end;
   }
+  return true;
 }
 
 // Required: the letter moves on at the bar that opens the next block alone, and a new day moves the pointer
@@ -133,10 +144,11 @@ void MakeMarketProfile(const ChartBars &bars, int minutes, SVector *results) {
   if (count <= 0) return;
   for (int i = 1; i < kExpressions; ++i) {
     results[i].BeginResult(count, 0);
+    if (results[i].GetSize() != count) return ClearResults(results);
     results[i].InitValue(i == 1 ? 1.0 : 0.0);
   }
   const SVector openings = BlockOpenings(bars, minutes);
-  Group(bars, openings, results);
+  if (openings.GetSize() == 0 || !Group(bars, openings, results)) return ClearResults(results);
   SetLetters(bars, openings, results);
 }
 

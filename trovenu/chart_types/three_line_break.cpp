@@ -31,6 +31,7 @@ class Edges {
     while (end_ > begin_ && queue_[begin_] < from) ++begin_;
   }
 
+  bool HasRoom() const { return count_ < edges_.GetSize() && count_ < queue_.GetSize(); }
   double Newest() const { return edges_[count_ - 1]; }
   double Extreme() const { return end_ > begin_ ? Waiting(begin_) : Newest(); }
 
@@ -62,6 +63,8 @@ class Lines {
     tops_.Add(bars.close[bars.First()]);
   }
 
+  // False where memory is exhausted. There are never more lines than bars.
+  bool HasRoom() const { return bottoms_.HasRoom() && tops_.HasRoom(); }
   // A line that goes on is followed by the look for a reversal on the same bar.
   void Step(int bar, double close) {
     if (rising_) {
@@ -73,6 +76,7 @@ class Lines {
     }
   }
 
+  void GiveUp() { points_.GiveUp(); }
   double ChangeValue() const { return changeValue_; }
 
  private:
@@ -132,7 +136,13 @@ double ExtremeEdge(bool smallest, const SVector &edges, int from, int count) {
 double MakeThreeLineBreak(const ChartBars &bars, int lines, SVector *results) {
   if (bars.FirstPrice() == 0.0) return 0.0;
   Lines chart(bars, lines, results);
-  for (int i = bars.First() + 1; i < bars.End(); ++i) chart.Step(i, bars.close[i]);
+  for (int i = bars.First() + 1; i < bars.End(); ++i) {
+    if (!chart.HasRoom()) {
+      chart.GiveUp();
+      return 0.0;
+    }
+    chart.Step(i, bars.close[i]);
+  }
   return chart.ChangeValue();
 }
 

@@ -7,6 +7,17 @@
 #include "trovenu/support/price_steps.h"
 
 namespace trovenu {
+namespace {
+
+// By half, so that an element costs the same in a long series.
+void AddGrowing(SVector &series, double value) {
+  constexpr int kLeast = 1000;
+  const int size = series.GetSize();
+  if (size == series.capacity) series.ReAlloc(MoveIndex(size, std::max(size / 2, kLeast)));
+  series.Add(value);
+}
+
+}  // namespace
 
 void WriteRoundedStep(SString &variable, double step, double defaultValue) {
   variable = step;
@@ -32,13 +43,6 @@ void ClearResults(SVector *results) {
   for (int i = 0; i < kExpressions; ++i) results[i].ClearData();
 }
 
-void AddGrowing(SVector &series, double value) {
-  constexpr int kLeast = 1000;
-  const int size = series.GetSize();
-  if (size == series.capacity) series.ReAlloc(MoveIndex(size, std::max(size / 2, kLeast)));
-  series.Add(value);
-}
-
 FirstTurn FindFirstTurn(const ChartBars &bars, double lower, double upper) {
   FirstTurn turn;
   for (int i = bars.First(); i < bars.End() && turn.way == FirstTurn::Way::None; ++i) {
@@ -53,17 +57,17 @@ FirstTurn FindFirstTurn(const ChartBars &bars, double lower, double upper) {
 }
 
 void ResultList::Add(int bar, double value, double otherValue) {
-  if (isFull_) return;
+  if (isOver_) return;
   const int size = results_[0].GetSize() + 1;
   const double values[kColumns] = {date_[bar], static_cast<double>(bar), value, otherValue};
   for (int i = 0; i < kColumns; ++i) {
     AddGrowing(results_[i], values[i]);
-    isFull_ = isFull_ || results_[i].GetSize() != size;
+    if (results_[i].GetSize() != size) return GiveUp();
   }
-  if (isFull_) GiveUp();
 }
 
 void ResultList::GiveUp() {
+  isOver_ = true;
   for (int i = 0; i < kColumns; ++i) results_[i].TakeElements();
 }
 

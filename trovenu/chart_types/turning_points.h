@@ -50,10 +50,6 @@ double ReadStepOfTicks(SString &variable, double defaultValue, const SIndex &ind
 /// Empties the five results.
 void ClearResults(SVector *results);
 
-/// Appends to a series that grows by half, so that an element costs the same in a long one. Where memory is
-/// exhausted the size stays.
-void AddGrowing(SVector &series, double value);
-
 /// What a chart may walk in boxes, bricks, steps or bands before it is given up.
 inline constexpr int kMostSteps = 10000000;
 
@@ -102,9 +98,7 @@ class ResultList {
   /// `results` are the five of an indicator, which must be empty.
   ResultList(const SVector &date, SVector *results) : date_(date), results_(results) {}
   void Add(int bar, double value, double otherValue);
-  /// Replaces the other value of the newest entry.
-  void UpdateLast(double otherValue) { results_[3].Update(otherValue, 0); }
-  /// Empties the results and gives their memory back.
+  /// Empties the results for good and gives their memory back.
   void GiveUp();
 
  private:
@@ -112,7 +106,7 @@ class ResultList {
 
   const SVector &date_;
   SVector *results_;
-  bool isFull_ = false;
+  bool isOver_ = false;
 };
 
 /// A stretch of price between two turning points.
