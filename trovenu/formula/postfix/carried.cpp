@@ -27,6 +27,8 @@ constexpr const char *kNoCalculation = "has no calculation";
 constexpr const char *kLag = "is shifted by something else than a whole number";
 constexpr const char *kPeriod = "has a period that is no number or too small";
 constexpr const char *kGrowing = "runs over the bars of close in a program, which its argument may not have";
+constexpr const char *kOrder =
+    "could meet a power that is no number, which a program compares in another order";
 constexpr const char *kInPlace = "would change the series or variable that is its base";
 constexpr const char *kInnerAssignment = "is assigned inside an expression";
 constexpr const char *kBuiltIn = "is assigned, which a program does not read back";
@@ -91,11 +93,18 @@ Value::Kind ResultOf(const Function &function, const std::vector<Value> &args, b
   }
 }
 
+// What the readers of a formula and of its user functions find.
+struct Findings {
+  NotCarried fault;
+  // A power may be no number.
+  bool hasPower = false;
+};
+
 // Reads one text, the formula or the body of a user function.
 class TextReader {
  public:
-  TextReader(const SFunctionList *functions, std::vector<int> running, NotCarried &fault)
-      : functions_(functions), running_(std::move(running)), fault_(fault) {}
+  TextReader(const SFunctionList *functions, std::vector<int> running, Findings &findings)
+      : functions_(functions), running_(std::move(running)), findings_(findings) {}
 
   void Bind(const SString &name, Value value) {
     value.isName = false;
@@ -134,11 +143,11 @@ class TextReader {
   int Deepest() const { return deepest_; }
 
  private:
-  bool IsRefused() const { return fault_.reason != nullptr; }
+  bool IsRefused() const { return findings_.fault.reason != nullptr; }
 
   // The first reason counts. The rest of the text is not read.
   Value Refuse(const char *reason, const SString &word = SString()) {
-    if (!IsRefused()) fault_ = {reason, word};
+    if (!IsRefused()) findings_.fault = {reason, word};
     lexer_.SetExpression("");
     lexer_.currentToken = PRINT;
     return {};
@@ -326,7 +335,11 @@ class TextReader {
       return Refuse(kOtherArguments, name);
     }
     const bool isLagged = row->lagged && count == row->most;
-    if (row->differs == Differs::InPlace && args[0].isName) return Refuse(kInPlace, name);
+    if (row->differs == Differs::InPlace) {
+      if (args[0].isName) return Refuse(kInPlace, name);
+      findings_.hasPower = true;
+    }
+    if (row->differs == Differs::Order && findings_.hasPower) return Refuse(kOrder, name);
     if (row->differs == Differs::Growing && count == 1 && args[0].kind != Value::Kind::Bars) {
       return Refuse(kGrowing, name);
     }
@@ -355,7 +368,7 @@ class TextReader {
 
     std::vector<int> running = running_;
     running.push_back(index);
-    TextReader body(functions_, std::move(running), fault_);
+    TextReader body(functions_, std::move(running), findings_);
     for (std::size_t i = 0; i < parameters; ++i) {
       const SString &parameter = function.VarName[i];
       if (FindName(parameter.c_str()) != nullptr || body.FindVariable(parameter) != nullptr) {
@@ -364,7 +377,7 @@ class TextReader {
       body.Bind(parameter, args[i]);
     }
     const Value result = body.Read(function.Expression.c_str());
-    if (IsRefused()) return Refuse(fault_.reason);
+    if (IsRefused()) return Refuse(findings_.fault.reason);
     // The direct path gives the caller its variables back, a program does not.
     for (const SString &set : body.Names()) {
       if (FindVariable(set) != nullptr) return Refuse(kSharedName, name);
@@ -380,7 +393,7 @@ class TextReader {
   const SFunctionList *functions_;
   // The user functions whose bodies are being read.
   std::vector<int> running_;
-  NotCarried &fault_;
+  Findings &findings_;
   SCalc lexer_;
   std::vector<Variable> variables_;
   // Variables that called functions have set.
@@ -394,8 +407,9 @@ class TextReader {
 }  // namespace
 
 NotCarried FindNotCarried(const char *text, const SFunctionList *functions) {
-  NotCarried fault;
-  TextReader reader(functions, {}, fault);
+  Findings findings;
+  NotCarried &fault = findings.fault;
+  TextReader reader(functions, {}, findings);
   const Value result = reader.Read(text != nullptr ? text : "");
   if (fault.reason == nullptr && result.kind == Value::Kind::Number) fault.reason = kNumberValue;
   return fault;

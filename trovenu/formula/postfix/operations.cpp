@@ -185,8 +185,8 @@ constexpr Operation kOperations[] = {
     Period(Called(56, FunctionId::HighestSince, 3, 3), 0, messages::kHighestSinceCount),
     // Required: it names the other function.
     Period(Called(57, FunctionId::LowestSince, 3, 3), 0, messages::kHighestSinceCount),
-    Own(Called(58, FunctionId::Min, 1, kAnyNumber), FoldRule<FoldMin>),
-    Own(Called(59, FunctionId::Max, 1, kAnyNumber), FoldRule<FoldMax>),
+    Own(Called(58, FunctionId::Min, 1, kAnyNumber), FoldRule<FoldMin>, Differs::Order),
+    Own(Called(59, FunctionId::Max, 1, kAnyNumber), FoldRule<FoldMax>, Differs::Order),
     Period(Called(60, FunctionId::Shift, 2, 2), -1, messages::kPeriodTooLarge),
     Called(61, FunctionId::Ref, 2, 2),
     Called(62, FunctionId::CrossDown, 2, 2),

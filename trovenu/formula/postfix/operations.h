@@ -56,6 +56,8 @@ enum class Differs : unsigned char {
   Nowhere,
   /// The growing form runs over the bars of close, the direct one over those of its argument.
   Growing,
+  /// The arguments are compared from the last one down, which shows where one is no number.
+  Order,
   /// A period of 1 goes through the window, the direct path gives the argument back.
   PeriodOne,
   /// The result is written into the series or variable that the base is.
