@@ -31,6 +31,7 @@ Command AddScreen(CLI::App &tool);
 Command AddCompile(CLI::App &tool);
 Command AddBacktest(CLI::App &tool);
 Command AddLevels(CLI::App &tool);
+Command AddChart(CLI::App &tool);
 Command AddTable(CLI::App &tool);
 Command AddBars(CLI::App &tool);
 /// @}
