@@ -101,8 +101,8 @@ void SSimulation::CalcEquity(SVector *target, int mode) {
   begin = std::min(begin, bars);
 
   // The caller's series is empty; one that is not gets the curve behind what it has.
-  target->ReAlloc(target->GetSize() + bars);
   target->SetStartIndex(0);
+  target->ReAlloc(target->GetSize() + bars);
   for (int i = 0; i < begin; ++i) target->Add(0.0);
   const SVector &curve = *target;
   for (int i = begin; i < bars; ++i) {
