@@ -134,7 +134,7 @@ void DrawMarketProfile(const ChartResult &result, Picture &picture) {
   rest += ", price lines of " + ShortNumber(layout.step);
   picture.Caption(static_cast<int>(layout.days.size()), static_cast<int>(days.size()), "days", rest);
   picture.Legend(Ink::Accent, "first letter of the day");
-  picture.Legend(Ink::Band, "longest line");
+  if (layout.columns > layout.days.size()) picture.Legend(Ink::Band, "longest line");
 
   const double lineHeight = std::abs(picture.Y(0) - picture.Y(layout.step));
   const double count = static_cast<double>(layout.days.size());

@@ -83,6 +83,7 @@ std::string Picture::Span(double firstDate, double lastDate) {
 void Picture::Caption(int shown, int all, const char *what, const std::string &rest) {
   std::string text = shown < all ? "last " + std::to_string(shown) + " of " : "";
   text += std::to_string(all) + ' ' + what;
+  if (all == 1) text.pop_back();
   if (!rest.empty()) text += ", " + rest;
   svg.Begin(Ink::Muted, Ink::None, 0, "font-size=\"13\"");
   svg.Text(kLeft, kCaptionY, text);

@@ -42,7 +42,8 @@ class Picture {
 
   explicit Picture(const ChartResult &result);
 
-  /// The line below the heading: "last 120 of 431 columns", and behind it the `rest`.
+  /// The line below the heading: "last 120 of 431 columns", and behind it the `rest`. `what` ends in the s of
+  /// the plural.
   void Caption(int shown, int all, const char *what, const std::string &rest);
   /// "1999-01-04 to 1999-12-21".
   static std::string Span(double firstDate, double lastDate);
