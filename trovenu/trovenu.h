@@ -9,6 +9,7 @@
 #include "trovenu/backtest/summary_rows.h"
 #include "trovenu/formula/calc.h"
 #include "trovenu/formula/function_table.h"
+#include "trovenu/formula/postfix/carried.h"
 #include "trovenu/formula/postfix/operations.h"
 #include "trovenu/formula/postfix/stack.h"
 #include "trovenu/formula/user_function.h"
