@@ -33,6 +33,7 @@
 #include "trovenu/platform/print_format.h"
 #include "trovenu/platform/serial_archive.h"
 #include "trovenu/platform/string.h"
+#include "trovenu/platform/terminal.h"
 #include "trovenu/platform/theme.h"
 #include "trovenu/platform/version.h"
 #include "trovenu/price/base_data.h"

@@ -223,7 +223,7 @@ TEST_F(BacktestTest, WhatIsWrongIsNamed) {
   } kCases[] = {
       {{}, 2, "expected either --system or rules (--long-entry and its fellows)"},
       {{"--system", "채널 돌파", "--long-exit", "1"}, 2, "expected either --system or rules"},
-      {{"--long-entry", "c", "--set", "n=1"}, 2, "--set needs --system"},
+      {{"--long-entry", "c", "--set", "n="}, 1, "--set n"},
       {{"--long-entry", "c", "--stop-loss", "2x"},
        2,
        "--stop-loss: expected an amount such as 2% or 1.5, found \"2x\""},

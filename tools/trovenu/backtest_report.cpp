@@ -40,7 +40,7 @@ constexpr const char *kRuleNames[] = {"long entry", "long exit", "short entry", 
 std::vector<std::pair<const char *, std::string>> RunFields(const SSimulation &simulation) {
   const SSummaryInfo &info = simulation.SummaryInfo;
   std::vector<std::pair<const char *, std::string>> fields;
-  if (!info.IndicatorName.IsEmpty()) {
+  if (!simulation.Index.IndexName.IsEmpty()) {
     fields.emplace_back("system", InUtf8(info.IndicatorName));
   } else {
     for (int i = 0; i < kRules; ++i) {

@@ -37,6 +37,19 @@ SIndex SystemOf(const std::string &typed, const FormulaFolder &folder) {
   return anyTable ? folder.Read(kind, name) : StarterSystem(name);
 }
 
+// Gives formulas variables of their own.
+void DeclareVariables(SIndex &rules, const std::vector<std::string> &settings) {
+  int count = 0;
+  for (const std::string &setting : settings) {
+    const SString name = NameInCodePage(setting.substr(0, setting.find('=')), "--set");
+    const auto isNamed = [&](const SString &variable) { return variable.CompareNoCase(name.c_str()) == 0; };
+    if (std::ranges::any_of(rules.VarName, isNamed)) continue;
+    if (count == kVariables) throw Failure("--set: more than " + std::to_string(kVariables) + " variables");
+    rules.VarName[count++] = name;
+  }
+  SetVariables(rules, settings);
+}
+
 }  // namespace
 
 SIndex RulesOf(const RuleOptions &options, const FormulaFolder &folder, Bars &bars,
@@ -52,6 +65,7 @@ SIndex RulesOf(const RuleOptions &options, const FormulaFolder &folder, Bars &ba
     }
     rules = IndicatorOf(formulas);
     rules.IndexType = kSystemIndex;
+    DeclareVariables(rules, options.settings);
   }
   RequireSound(rules, bars, functions);
   return rules;

@@ -29,9 +29,11 @@ Command AddIndicator(CLI::App &tool);
 Command AddReplay(CLI::App &tool);
 Command AddScreen(CLI::App &tool);
 Command AddCompile(CLI::App &tool);
-Command AddBacktest(CLI::App &tool);
 Command AddLevels(CLI::App &tool);
 Command AddChart(CLI::App &tool);
+Command AddBacktest(CLI::App &tool);
+Command AddOptimise(CLI::App &tool);
+Command AddReport(CLI::App &tool);
 Command AddTable(CLI::App &tool);
 Command AddBars(CLI::App &tool);
 /// @}

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <random>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "tools/trovenu/starter_texts.h"
 #include "tools/trovenu/terminal_text.h"
 #include "tools/trovenu/text_file.h"
+#include "tools/trovenu/work_folder.h"
 #include "trovenu/indicator/formula_tables.h"
 #include "trovenu/indicator/starter_set.h"
 #include "trovenu/platform/code_page.h"
@@ -31,27 +31,6 @@ struct Options {
   std::string folder;
   std::vector<std::string> from;
   std::string kind;
-};
-
-// A folder beside the tables, gone at the end.
-class WorkFolder {
- public:
-  explicit WorkFolder(const fs::path &parent) {
-    std::random_device random;
-    path_ = parent / ("new-" + std::to_string(random()) + std::to_string(random()));
-    if (!MakeFolder(path_.string())) throw Failure(ToUtf8(parent.string()) + ": can't be written");
-  }
-  ~WorkFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  WorkFolder(const WorkFolder &) = delete;
-  WorkFolder &operator=(const WorkFolder &) = delete;
-
-  const fs::path &Path() const { return path_; }
-
- private:
-  fs::path path_;
 };
 
 void ReadText(const std::string &name, std::string_view text, std::vector<SIndex> &entries) {

@@ -16,8 +16,9 @@ namespace {
 using AddCommand = Command (*)(CLI::App &tool);
 
 // In the order of the help text.
-constexpr AddCommand kCommands[] = {AddEval,    AddCheck,    AddWords,  AddIndicator, AddReplay, AddScreen,
-                                    AddCompile, AddBacktest, AddLevels, AddChart,     AddTable,  AddBars};
+constexpr AddCommand kCommands[] = {AddEval,   AddCheck,   AddWords,    AddIndicator, AddReplay,
+                                    AddScreen, AddCompile, AddBacktest, AddOptimise,  AddReport,
+                                    AddLevels, AddChart,   AddTable,    AddBars};
 
 int Report(const std::string &line, int exitCode) {
   std::fprintf(stderr, "trovenu: %s\n", line.c_str());

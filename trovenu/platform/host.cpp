@@ -115,6 +115,12 @@ void HostThread::SuspendSelf() {
   own_->resumed.wait(guard, [this] { return own_->suspensions == 0; });
 }
 
+bool HostThread::IsSuspended() const {
+  if (!own_) return false;
+  const std::lock_guard guard(own_->mutex);
+  return own_->suspensions > 0;
+}
+
 bool HostThread::Resume() {
   if (!own_) return native::ResumeThread(native_);
   {

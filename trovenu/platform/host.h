@@ -94,6 +94,8 @@ class TROVENU_API HostThread {
   /// Takes back one `SuspendSelf`. False if the thread was not suspended, which has no effect: a thread that
   /// suspends itself later stays suspended.
   bool Resume();
+  /// Whether the thread waits for `Resume`; false where the object stands for a handle, which can't be asked.
+  bool IsSuspended() const;
 
  private:
   struct Own;

@@ -1,0 +1,202 @@
+#include "tools/trovenu/search_watch.h"
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <mutex>
+
+#include "tools/trovenu/failure.h"
+#include "trovenu/platform/platform.h"
+#include "trovenu/platform/terminal.h"
+#include "trovenu/support/table_writer.h"
+
+namespace trovenu::tool {
+
+namespace {
+
+constexpr int kPollMilliseconds = 100;
+constexpr int kBarWidth = 30;
+
+volatile std::sig_atomic_t interrupts = 0;
+
+extern "C" void CountInterrupt(int signal) {
+  interrupts = interrupts + 1;
+  std::signal(signal, CountInterrupt);
+  LetSignalEndReading(signal);
+}
+
+// Ctrl-C is counted while the object lives.
+class InterruptCount {
+ public:
+  InterruptCount() {
+    interrupts = 0;
+    before_ = std::signal(SIGINT, CountInterrupt);
+    LetSignalEndReading(SIGINT);
+  }
+  ~InterruptCount() { std::signal(SIGINT, before_); }
+  InterruptCount(const InterruptCount &) = delete;
+  InterruptCount &operator=(const InterruptCount &) = delete;
+
+ private:
+  void (*before_)(int);
+};
+
+// A line on a terminal: a bar, runs done, runs a second, time left.
+class SearchLine {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  explicit SearchLine(long long total) : total_(total), shown_(ErrorsGoToTerminal()) {}
+  ~SearchLine() { Clear(); }
+  SearchLine(const SearchLine &) = delete;
+  SearchLine &operator=(const SearchLine &) = delete;
+
+  void Show(long long done) {
+    if (!shown_ || done == 0) return;
+    const double seconds = std::chrono::duration<double>(Clock::now() - start_ - paused_).count();
+    const double rate = static_cast<double>(done) / seconds;
+    const auto left = static_cast<long long>(static_cast<double>(total_ - done) / rate);
+    std::string bar(kBarWidth, ' ');
+    const auto filled = static_cast<std::size_t>(done * kBarWidth / total_);
+    bar.replace(0, filled, filled, '#');
+    std::fprintf(stderr, "\r[%s] %lld of %lld runs, %.0f a second, %lld:%02lld left\x1b[K", bar.c_str(), done,
+                 total_, rate, left / 60, left % 60);
+    std::fflush(stderr);
+  }
+  void Clear() const {
+    if (shown_) std::fprintf(stderr, "\r\x1b[K");
+  }
+  void AddPause(Clock::duration pause) { paused_ += pause; }
+
+ private:
+  const long long total_;
+  const bool shown_;
+  const Clock::time_point start_ = Clock::now();
+  Clock::duration paused_{};
+};
+
+// True to go on.
+bool AskToGoOn(long long done, long long total) {
+  std::fprintf(stderr, "paused after %lld of %lld runs; go on? [Y/n] ", done, total);
+  std::fflush(stderr);
+  char answer[16];
+  if (std::fgets(answer, sizeof answer, stdin) == nullptr) {
+    std::fputc('\n', stderr);
+    return false;
+  }
+  return answer[0] != 'n' && answer[0] != 'N';
+}
+
+// Whether the run that `result` tells of has left its tables.
+bool HasTables(const SAnsiStringList &result) {
+  const long size = result.GetSize();
+  if (size < 2) return false;
+  const DB summary(result[size - 2].c_str());
+  const DB trades(result[size - 1].c_str());
+  return summary.RecordCount > 0 && trades.State == DB::Open;
+}
+
+// A search on its way.
+class Watch {
+ public:
+  Watch(SSimulationMain &search, long long total, SAnsiStringList *systems) : total_(total), line_(total) {
+    info_.Thread = &thread_;
+    info_.Window = &window_;
+    info_.Lock = &lock_;
+    info_.FormulaNames = systems;
+    const bool started = thread_.Start([this, &search] {
+      const unsigned result = search.Calc(&info_);
+      ended_ = true;
+      return result;
+    });
+    if (!started) throw Failure("no thread to search on");
+  }
+
+  // False once the search is over.
+  bool Wait() {
+    HostMessage message;
+    const bool over = ended_;
+    window_.Wait(over ? 0 : kPollMilliseconds, &message);
+    SAnsiStringList result;
+    {
+      const std::lock_guard guard(lock_);
+      result = info_.Result;
+      done_ = result.GetSize() > 0 ? info_.Current + 1 : 0;
+    }
+    line_.Show(done_);
+    if (done_ > 0 && !HasTables(result)) {
+      lost_ = true;
+      Stop();
+    }
+    return !over;
+  }
+
+  // Waits until the search rests, and asks. False if it is to end.
+  bool PauseAndAsk() {
+    info_.State = kOptimiserPause;
+    while (!ended_ && !thread_.IsSuspended()) {
+      HostMessage message;
+      window_.Wait(1, &message);
+    }
+    if (ended_) return true;
+    const auto begin = SearchLine::Clock::now();
+    line_.Clear();
+    const int before = interrupts;
+    const bool goesOn = InputIsTerminal() && AskToGoOn(info_.Current + 1, total_) && interrupts == before;
+    line_.AddPause(SearchLine::Clock::now() - begin);
+    return goesOn;
+  }
+
+  void GoOn() {
+    info_.State = kOptimiserRun;
+    thread_.Resume();
+  }
+
+  // Ends the search after the run at hand. It may rest once more before it sees the state.
+  void Stop() {
+    info_.State = kOptimiserCancel;
+    while (!ended_) thread_.Resume();
+  }
+
+  SearchEnd End(const ReportFolder &folder) {
+    const bool finished = thread_.Join() == 1;
+    if (lost_) {
+      throw Failure(folder.Shown() + ": the tables of run " + std::to_string(done_ - 1) +
+                    " can't be written (is the disk full?); those of the runs before are complete");
+    }
+    return finished ? SearchEnd::Finished : SearchEnd::Stopped;
+  }
+
+ private:
+  HostWindow window_;
+  HostLock lock_;
+  tagOPVARTHREADINFO info_;
+  std::atomic<bool> ended_ = false;
+  const long long total_;
+  SearchLine line_;
+  long long done_ = 0;
+  bool lost_ = false;
+  // The last member, so that it ends before what it works on.
+  HostThread thread_;
+};
+
+}  // namespace
+
+SearchEnd WatchSearch(SSimulationMain &search, long long total, SAnsiStringList *systems,
+                      const ReportFolder &folder) {
+  const InterruptCount count;
+  Watch watch(search, total, systems);
+  for (int answered = 0; watch.Wait();) {
+    if (interrupts == answered) continue;
+    answered = interrupts;
+    if (watch.PauseAndAsk()) {
+      watch.GoOn();
+    } else {
+      watch.Stop();
+    }
+  }
+  return watch.End(folder);
+}
+
+}  // namespace trovenu::tool
