@@ -10,6 +10,7 @@
 #include "tests/formula/engine.h"
 #include "tests/formula/naive_evaluator.h"
 #include "tests/formula/random_formula.h"
+#include "trovenu/formula/postfix/carried.h"
 #include "trovenu/formula/words.h"
 
 namespace trovenu::tests {
@@ -237,6 +238,20 @@ void ExpectAnyTextEnds(std::uint32_t seed, int texts) {
     calc.Calculate(30);
     EXPECT_EQ(*calc.readPointer, '\0') << Readable(text);
     ASSERT_TRUE(SameBars(data, before)) << Readable(text);
+
+    // A fresh program costs a hundred items and as many for each function.
+    if (n % 8 != 0) continue;
+    // Programs change bound series.
+    Bars own = data;
+    SCalc compiled;
+    own.Bind(compiled);
+    compiled.SetFunction(&functions);
+    compiled.SetExpression(text.c_str());
+    compiled.InfixToPostFix();
+    ASSERT_LT(compiled.programStack->Top, kStackItems);
+    compiled.CalcOp(nullptr);
+    compiled.CalcOp(nullptr);
+    FindNotCarried(text.c_str(), &functions);
   }
 }
 

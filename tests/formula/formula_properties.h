@@ -16,7 +16,8 @@ void ExpectRepeatable(std::uint32_t seed, int formulas, int bars);
 /// Operators, variables and shifts agree with an evaluator that copies every value where the text has it.
 void ExpectAsNaive(std::uint32_t seed, int formulas, int bars);
 
-/// Any text comes to its end, whatever its bytes: token by token and in both forms of `Calculate`.
+/// Any text comes to its end, whatever its bytes: token by token, in both forms of `Calculate`, compiled and
+/// run.
 void ExpectAnyTextEnds(std::uint32_t seed, int texts);
 
 }  // namespace trovenu::tests

@@ -55,7 +55,10 @@ class Worker {
  private:
   const SVector &RunProgram() {
     index_.SearchCalc.columnsRead = 0;
+    index_.SearchCalc.errorCount = 0;
     index_.CalcSrch();
+    // A program does not mark its faults; the direct path tells what is the matter with these bars.
+    if (index_.SearchCalc.errorCount > 0) return EvaluateDirectly();
     RequireColumns(bars_, index_.SearchCalc.columnsRead, screen_.formula);
     return index_.ExpData[0];
   }

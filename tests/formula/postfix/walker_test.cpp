@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
 #include <set>
 
 #include "tests/formula/engine.h"
@@ -176,32 +175,6 @@ TEST(Walker, AgreesWithTheDirectPath) {
   const std::set<int> kOnlyCompiled = {kCommaCode, 40, 41, 42, 43, 44, 45, 67, 72};
   for (int code = kPlusSignCode; code < 79; ++code) {
     EXPECT_NE(codes.contains(code), kOnlyCompiled.contains(code)) << code;
-  }
-}
-
-TEST(Walker, AnyTextEnds) {
-  SFunctionList functions = RandomFormula::UserFunctions();
-  RandomFormula source(5, RandomFormula::Words::AllCalls);
-  std::mt19937 random(6);
-  const auto upTo = [&random](std::size_t n) { return random() % n; };
-  const Bars data = RandomBars(20, 3);
-  for (int n = 0; n < 3000; ++n) {
-    std::string text = source.Next();
-    for (std::size_t changes = upTo(6); changes > 0 && !text.empty(); --changes) {
-      if (upTo(3) == 0) {
-        text += source.Next();
-      } else if (upTo(2) == 0) {
-        text.erase(upTo(text.size()), upTo(4));
-      } else {
-        text.insert(upTo(text.size()), 1, "()(),;=^!-+#'&c1_\xB0\n"[upTo(19)]);
-      }
-    }
-    functions[static_cast<long>(upTo(4))].Expression = text.c_str();
-    Program program(text, &functions, data);
-    ASSERT_LE(program.calc.programStack->Top, 99);
-    program.Run();
-    program.Run();
-    FindNotCarried(text.c_str(), &functions);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "trovenu/formula/postfix/carried.h"
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "trovenu/formula/calc.h"
@@ -26,6 +27,7 @@ constexpr const char *kOtherDate = "reads the date otherwise in a program";
 constexpr const char *kNoCalculation = "has no calculation";
 constexpr const char *kLag = "is shifted by something else than a whole number";
 constexpr const char *kPeriod = "has a period that is no number or too small";
+constexpr const char *kDistance = "moves by a distance that is no number or too large";
 constexpr const char *kGrowing = "runs over the bars of close in a program, which its argument may not have";
 constexpr const char *kOrder =
     "could meet a power that is no number, which a program compares in another order";
@@ -37,6 +39,9 @@ constexpr const char *kNotCallable = "is not among the first four user functions
 constexpr const char *kSharedName = "is or sets a variable of a called function and of its caller";
 constexpr const char *kNameResult = "ends with a bare variable or an assignment";
 constexpr const char *kRecursive = "calls itself";
+
+// A shift by more bars may be a fault, which only the direct path marks in its result.
+constexpr int kPlainShift = 1000;
 
 // What is known of a value before it is computed.
 struct Value {
@@ -113,6 +118,7 @@ class TextReader {
 
   // The value of the last statement.
   Value Read(const char *text) {
+    if (std::strlen(text) >= kExpressionBytes) return Refuse(kReadOtherwise);
     SStack program;
     lexer_.SetExpression(text);
     lexer_.InToPost(&program);
@@ -345,8 +351,12 @@ class TextReader {
     }
     if (row->period >= 0 && row->period < count) {
       const Value &period = args[static_cast<std::size_t>(row->period)];
-      const int least = row->differs == Differs::PeriodOne ? 2 : 1;
-      if (!period.isKnown || TruncateToInt(period.number) < least) return Refuse(kPeriod, name);
+      const int n = TruncateToInt(period.number);
+      if (row->differs == Differs::Distance) {
+        if (!period.isKnown || n < -kPlainShift || n > kPlainShift) return Refuse(kDistance, name);
+      } else if (!period.isKnown || n < (row->differs == Differs::PeriodOne ? 2 : 1)) {
+        return Refuse(kPeriod, name);
+      }
     }
     Occupy(1 - count);
     const bool isMath = word.family == WordFamily::Math && word.function != FunctionId::Pow;

@@ -114,8 +114,8 @@ constexpr Operation Also(Operation row, FunctionId alias) {
   return row;
 }
 
-constexpr Operation InPlace(Operation row) {
-  row.differs = Differs::InPlace;
+constexpr Operation Different(Operation row, Differs differs) {
+  row.differs = differs;
   return row;
 }
 
@@ -161,7 +161,7 @@ constexpr Operation kOperations[] = {
     Math(37, FunctionId::Cosh),
     Math(38, FunctionId::Tanh),
     // Required: the number of arguments counts for nothing, since that of `^` is another call's.
-    InPlace(Called(kPowerCode, FunctionId::Pow, 0, kAnyNumber)),
+    Different(Called(kPowerCode, FunctionId::Pow, 0, kAnyNumber), Differs::InPlace),
     Compressed(40, FunctionId::CompressClose),
     Compressed(41, FunctionId::CompressOpen),
     Compressed(42, FunctionId::CompressHigh),
@@ -187,7 +187,7 @@ constexpr Operation kOperations[] = {
     Period(Called(57, FunctionId::LowestSince, 3, 3), 0, messages::kHighestSinceCount),
     Own(Called(58, FunctionId::Min, 1, kAnyNumber), FoldRule<FoldMin>, Differs::Order),
     Own(Called(59, FunctionId::Max, 1, kAnyNumber), FoldRule<FoldMax>, Differs::Order),
-    Period(Called(60, FunctionId::Shift, 2, 2), -1, messages::kPeriodTooLarge),
+    Different(Period(Called(60, FunctionId::Shift, 2, 2), 1, messages::kPeriodTooLarge), Differs::Distance),
     Called(61, FunctionId::Ref, 2, 2),
     Called(62, FunctionId::CrossDown, 2, 2),
     Called(63, FunctionId::CrossUp, 2, 2),
@@ -208,10 +208,7 @@ constexpr Operation kOperations[] = {
     Called(77, FunctionId::ZigZag, 1, 1),
     // Required: one code for both, which runs on highs and lows.
     Also(Lagged(Called(78, FunctionId::Sar, 2, 2)), FunctionId::CSar),
-    [] {
-      Operation row = Called(79, FunctionId::None, 0, -1);
-      return row;
-    }(),
+    Called(79, FunctionId::None, 0, -1),
     User(0),
     User(1),
     User(2),

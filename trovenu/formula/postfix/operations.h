@@ -60,6 +60,8 @@ enum class Differs : unsigned char {
   Order,
   /// A period of 1 goes through the window, the direct path gives the argument back.
   PeriodOne,
+  /// A distance that is too large is a fault of both, which the direct path alone marks in its result.
+  Distance,
   /// The result is written into the series or variable that the base is.
   InPlace,
 };
@@ -83,7 +85,7 @@ struct Operation {
   const char *badPeriod;
   /// In place of the function's rule, for a call that differs on purpose.
   Rule own;
-  /// The argument that is a period or count, -1 for none.
+  /// The argument that is a period, a count or a distance, -1 for none.
   int period;
   Differs differs;
 };
