@@ -16,8 +16,9 @@ struct RuleOptions {
 };
 
 /// Long entry, long exit, short entry and short exit as a trading system, ready to be calculated on the bars.
-/// A formula that is left out is "0", and the settings of formulas declare their variables. A system is looked for in the tables of the folder, or in the starter
-/// set where it has none. Throws `Failure` for a system that is not there and for a faulty rule.
+/// A formula that is left out is "0", and the settings of formulas declare their variables. A system is
+/// looked for in the tables of the folder, or in the starter set where it has none. Throws `Failure` for a
+/// system that is not there and for a faulty rule.
 SIndex RulesOf(const RuleOptions &options, const FormulaFolder &folder, Bars &bars, SFunctionList &functions);
 
 }  // namespace trovenu::tool

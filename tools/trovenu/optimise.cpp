@@ -71,25 +71,21 @@ Range RangeOf(const std::string &option, const std::string &text) {
   return range;
 }
 
-// A column of the result by which runs can be sorted.
+// A column of the result, by which runs can be sorted.
 struct Figure {
-  const char *word;
-  const char *heading;
+  const char *name;
   SString SSummaryInfo::*text;
 };
 
 constexpr Figure kFigures[] = {
-    {"profit", "total profit", &SSummaryInfo::TotalProfit},
-    {"trades", "trades", &SSummaryInfo::TransactionCount},
-    {"factor", "profit factor", &SSummaryInfo::ProfitFactor},
-    {"wins", "share of wins", &SSummaryInfo::WinRatio},
-    {"payoff", "mean win by mean loss", &SSummaryInfo::WinLossRatio},
-    {"average", "mean profit", &SSummaryInfo::AverageProfit},
-    {"market", "% of bars in market", &SSummaryInfo::InMarketRatio},
+    {"profit", &SSummaryInfo::TotalProfit},   {"trades", &SSummaryInfo::TransactionCount},
+    {"factor", &SSummaryInfo::ProfitFactor},  {"wins", &SSummaryInfo::WinRatio},
+    {"payoff", &SSummaryInfo::WinLossRatio},  {"average", &SSummaryInfo::AverageProfit},
+    {"market", &SSummaryInfo::InMarketRatio},
 };
 
-const Figure &FigureOf(const std::string &word) {
-  return *std::ranges::find_if(kFigures, [&](const Figure &figure) { return word == figure.word; });
+const Figure &FigureOf(const std::string &name) {
+  return *std::ranges::find_if(kFigures, [&](const Figure &figure) { return name == figure.name; });
 }
 
 // Runs without the figure stand behind all others.
@@ -157,7 +153,7 @@ Table BestRuns(const std::vector<FinishedRun> &runs, const Plan &plan, std::size
   for (const Figure &figure : kFigures) {
     TableColumn::Figures texts;
     for (std::size_t i = 0; i < rows; ++i) texts.values.emplace_back((runs[i].figures.*figure.text).c_str());
-    table.columns.push_back({figure.heading, texts});
+    table.columns.push_back({figure.name, texts});
   }
   return table;
 }
@@ -288,11 +284,11 @@ Command AddOptimise(CLI::App &tool) {
   command
       ->add_option("--compress", options->compressions, "Numbers of bars that are made one before each run")
       ->type_name("START:END:STEP");
-  std::vector<std::string> words;
-  for (const Figure &figure : kFigures) words.emplace_back(figure.word);
+  std::vector<std::string> names;
+  for (const Figure &figure : kFigures) names.emplace_back(figure.name);
   command->add_option("--sort", options->sort, "Figure to sort by, largest first")
       ->type_name("FIGURE")
-      ->check(CLI::IsMember(words))
+      ->check(CLI::IsMember(names))
       ->capture_default_str();
   command->add_option("--top", options->top, "Runs to print")
       ->type_name("N")
@@ -307,7 +303,9 @@ Command AddOptimise(CLI::App &tool) {
   AddOutOption(*command, options->out);
   command->footer(
       "Ctrl-C pauses the search and asks whether to go on; a second one stops it after the run at hand,\n"
-      "with exit code 130. Finished runs are printed and keep their tables.");
+      "with exit code 130. Finished runs are printed and keep their tables. The figures: profit, trades,\n"
+      "profit factor, share of winning trades, payoff (mean win by mean loss), average profit of a trade,\n"
+      "and percent of bars in the market.");
   return {command, [options] { return Run(*options); }};
 }
 

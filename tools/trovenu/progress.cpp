@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "trovenu/platform/platform.h"
+#include "trovenu/platform/terminal.h"
 
 namespace trovenu::tool {
 

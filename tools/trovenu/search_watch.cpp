@@ -7,7 +7,6 @@
 #include <mutex>
 
 #include "tools/trovenu/failure.h"
-#include "trovenu/platform/platform.h"
 #include "trovenu/platform/terminal.h"
 #include "trovenu/support/table_writer.h"
 

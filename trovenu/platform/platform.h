@@ -32,9 +32,6 @@ constexpr bool IsPathSeparator(char c) { return c == kPathSeparator || c == '/';
 /// Nonzero if there is a file of this name, 0 if there is none or a folder bears it. Null counts as no name.
 TROVENU_API int FileExist(const char *path);
 
-/// True if standard error is shown on a terminal.
-TROVENU_API bool ErrorsGoToTerminal();
-
 /// \name Folders
 /// @{
 

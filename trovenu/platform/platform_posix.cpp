@@ -189,8 +189,6 @@ bool NewFile::Commit(Flush flush) {
   return true;
 }
 
-bool ErrorsGoToTerminal() { return isatty(STDERR_FILENO) != 0; }
-
 }  // namespace trovenu
 
 #endif

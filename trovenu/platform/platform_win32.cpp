@@ -223,8 +223,6 @@ bool NewFile::Commit(Flush flush) {
   return placed;
 }
 
-bool ErrorsGoToTerminal() { return GetFileType(GetStdHandle(STD_ERROR_HANDLE)) == FILE_TYPE_CHAR; }
-
 }  // namespace trovenu
 
 #endif

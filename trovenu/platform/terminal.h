@@ -7,6 +7,9 @@
 
 namespace trovenu {
 
+/// True if standard error is shown on a terminal.
+TROVENU_API bool ErrorsGoToTerminal();
+
 /// True if standard input is typed on a terminal.
 TROVENU_API bool InputIsTerminal();
 

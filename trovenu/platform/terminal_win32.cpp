@@ -10,6 +10,8 @@
 
 namespace trovenu {
 
+bool ErrorsGoToTerminal() { return GetFileType(GetStdHandle(STD_ERROR_HANDLE)) == FILE_TYPE_CHAR; }
+
 bool InputIsTerminal() { return GetFileType(GetStdHandle(STD_INPUT_HANDLE)) == FILE_TYPE_CHAR; }
 
 // A read of the console ends by itself.
