@@ -4,6 +4,7 @@
 
 #include <cfloat>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -58,6 +59,20 @@ TEST(PrintFormat, DoublesLayOutAsPrintfDoes) {
       char expected[512];
       std::snprintf(expected, sizeof(expected), format, value);
       EXPECT_EQ(Format(format, value), expected) << format << ' ' << value;
+    }
+  }
+}
+
+// Halves and their neighbours, where a product with a power of ten may round the other way.
+TEST(PrintFormat, FixedTextRoundsAsPrintfDoes) {
+  for (const double half :
+       {0.5, 0.125, 1.005, -2.675, 98.125, 0.00005, 123456.785, 999999999.5, 99999.99995}) {
+    for (const double value : {std::nextafter(half, -1e9), half, std::nextafter(half, 1e9), -0.0 * half}) {
+      for (int decimals = 0; decimals < 6; ++decimals) {
+        char expected[64];
+        std::snprintf(expected, sizeof(expected), "%.*f", decimals, value);
+        EXPECT_EQ(FixedText(value, decimals), expected) << decimals;
+      }
     }
   }
 }

@@ -1,5 +1,8 @@
 #include "trovenu/backtest/report_columns.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "trovenu/support/date_number.h"
 #include "trovenu/support/korean.h"
 #include "trovenu/support/number_text.h"
@@ -51,16 +54,21 @@ SString Percent(const SVector *history, int trade) {
   return FloatToStrF(history[kColumn][trade] * 100.0 - 100.0, kNumberWidth, 2);
 }
 
+char DigitOf(int number) { return static_cast<char>('0' + number); }
+
 template <int kColumn>
 SString Day(const SVector *history, int trade) {
-  const double date = history[kColumn][trade];
-  return FormatValue("%04d%02d%02d", GetYear(date), GetMonth(date), GetDate(date));
+  return FormatValue("%08ld", std::max(GetLongDate(history[kColumn][trade]), 0L));
 }
 
 template <int kColumn>
 SString Time(const SVector *history, int trade) {
   const double date = history[kColumn][trade];
-  return FormatValue("%02d:%02d", GetHour(date), GetMinute(date));
+  const int hour = GetHour(date);
+  const int minute = GetMinute(date);
+  const char text[] = {DigitOf(hour / 10), DigitOf(hour % 10), ':', DigitOf(minute / 10),
+                       DigitOf(minute % 10)};
+  return SString(std::string_view(text, sizeof text));
 }
 
 bool IsLong(const SVector *history, int trade) { return history[kTradeSide][trade] == double{kLongSide}; }

@@ -1,5 +1,7 @@
 #include "trovenu/platform/code_page_text.h"
 
+#include <cstring>
+
 namespace trovenu {
 
 std::size_t FindText(std::string_view text, std::string_view what, std::size_t from) {
@@ -29,8 +31,11 @@ bool EqualNoCase(const char *left, const char *right) { return CompareNoCase(lef
 
 std::size_t CutAtCharacter(const char *text, std::size_t bytes) {
   if (text == nullptr) return 0;
+  if (const void *end = std::memchr(text, '\0', bytes)) {
+    return static_cast<std::size_t>(static_cast<const char *>(end) - text);
+  }
   std::size_t length = 0;
-  while (length < bytes && text[length] != '\0') {
+  while (length < bytes) {
     const std::size_t step = IsLeadByte(text[length]) && IsTrailByte(text[length + 1]) ? 2 : 1;
     if (length + step > bytes) break;
     length += step;

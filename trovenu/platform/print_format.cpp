@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
+#include <iterator>
+#include <optional>
 #include <string_view>
 
 #include "trovenu/platform/code_page.h"
@@ -87,6 +89,7 @@ class Arguments {
 
 /// Steps over `start` if `format` begins with it.
 bool Take(const char *&format, const char *start) {
+  if (*format != *start) return false;
   const std::size_t length = std::strlen(start);
   if (std::strncmp(format, start, length) != 0) return false;
   format += length;
@@ -341,9 +344,36 @@ bool AddConversion(std::string &out, const Field &field, char conversion, Argume
   }
 }
 
+/// A number at or above 0 in units of its last decimal, where the product with a power of ten is certain to
+/// round as the number itself does: it is off by less than `kDoubt`, and the middle of two units is farther.
+std::optional<std::uint32_t> UnitsOf(double magnitude, int decimals) {
+  constexpr double kPowers[] = {1.0, 10.0, 100.0, 1000.0, 10000.0};
+  constexpr double kMost = 1e9;
+  constexpr double kDoubt = 1e-6;
+  if (decimals < 0 || decimals >= static_cast<int>(std::size(kPowers))) return std::nullopt;
+  const double units = magnitude * kPowers[decimals];
+  if (!(units < kMost)) return std::nullopt;
+  const auto whole = static_cast<std::uint32_t>(units);
+  const double rest = units - whole;
+  if (std::fabs(rest - 0.5) < kDoubt) return std::nullopt;
+  return rest > 0.5 ? whole + 1 : whole;
+}
+
 }  // namespace
 
 std::string FixedText(double value, int decimals) {
+  // The usual figure of a report, at a fraction of the cost.
+  if (std::optional<std::uint32_t> units = UnitsOf(std::fabs(value), decimals)) {
+    char text[16];
+    char *const end = text + sizeof text;
+    char *begin = end;
+    for (int i = 0; i <= decimals || *units > 0; ++i, *units /= 10) {
+      if (i == decimals && decimals > 0) *--begin = '.';
+      *--begin = static_cast<char>('0' + *units % 10);
+    }
+    if (std::signbit(value)) *--begin = '-';
+    return std::string(begin, end);
+  }
   std::string out;
   Field field;
   field.precision = std::max(decimals, 0);

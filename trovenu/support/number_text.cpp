@@ -44,7 +44,7 @@ bool IsTooLarge(std::string_view text) {
 /// As `FixedText`, without the sign of a zero.
 std::string PlainFixedText(double value, int decimals) {
   std::string text = FixedText(value, decimals);
-  if (std::isfinite(value) && text.find_first_of("123456789") == std::string::npos && text[0] == '-') {
+  if (text[0] == '-' && std::isfinite(value) && text.find_first_of("123456789") == std::string::npos) {
     text.erase(0, 1);
   }
   return text;

@@ -169,7 +169,9 @@ bool TableFile::Append(std::string_view records) {
   if (!LockForWriting()) return false;
   const std::uint32_t count = CountIn(writer_, format_);
   const std::uint64_t at = OffsetOf(format_, count);
-  std::string bytes(records);
+  std::string bytes;
+  bytes.reserve(records.size() + 1);
+  bytes += records;
   bytes += TableFormat::kEndMark;
   const auto behind = count + static_cast<std::uint32_t>(added);
   const std::string counted = CountBytes(behind);

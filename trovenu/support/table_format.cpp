@@ -104,6 +104,11 @@ bool TableFormat::AddField(std::string_view name, char type, int width) {
 }
 
 int TableFormat::FindField(const char *name) const {
+  // Records are filled and read field behind field.
+  if (name != nullptr && nextFound_ < fields_.size() &&
+      std::strcmp(fields_[nextFound_].name.c_str(), name) == 0) {
+    return static_cast<int>(nextFound_++);
+  }
   std::string cut;
   if (name != nullptr && std::strlen(name) > kLongestName) {
     cut = CutName(name);
