@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <random>
 #include <string>
 #include <vector>
@@ -184,16 +185,16 @@ TEST(LiveEqualsReloaded, WhereFormulasShareVariables) {
   }
 }
 
-// Entry and exit rows are bars; a dot stands for 0.
+// Entry and exit rows are bars; a dot stands for 0, n for NaN.
 SVector Signals(const std::string &row) {
   std::vector<double> values;
-  for (const char c : row) values.push_back(c == '.' ? 0.0 : 5.0);
+  for (const char c : row) values.push_back(c == '.' ? 0.0 : c == 'n' ? std::nan("") : 5.0);
   return Series(values);
 }
 
 std::string Row(const SVector &series) {
   std::string row;
-  for (const double value : Values(series)) row += value == 0.0 ? '.' : 'x';
+  for (const double value : Values(series)) row += value == 0.0 ? '.' : std::isnan(value) ? 'n' : 'x';
   return row;
 }
 
@@ -213,6 +214,8 @@ TEST(PreProcess, EntriesAndExitsAlternate) {
       {"x..x..", ".x.x.x", "x..x..", ".x...x"},
       {"......", "x..x..", "......", "......"},
       {"x.....", "......", "x.....", "......"},
+      // NaN is no signal.
+      {"nx.nx.", "..nx.x", "nx..x.", "..nx.x"},
       // Required: behind the common length an entry opens nothing, so both stay while the position is closed.
       {"x..xx.x", ".x", "x..xx.x", ".x"},
       {"x..xx.x", "..", "x......", ".."},

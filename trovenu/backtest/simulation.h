@@ -172,8 +172,8 @@ class TROVENU_API SSimulation {
   /// @{
 
   /// Writes stop exits into the exit series of an index, or of `Index` for null, and makes entries and exits
-  /// alternate. An index that is given is first copied to `Index`. NaN in a rule becomes 0. A stop past the
-  /// end of its exit series makes that as long as the entry series, with zeros.
+  /// alternate. An index that is given is first copied to `Index`. A stop past the end of its exit series
+  /// makes that as long as the entry series, with zeros.
   /// Required: `MaxBarStop` takes no part.
   void ProcessStop(SIndex *index);
   /// Leaves at a loss from the entry.

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -73,14 +72,6 @@ void CancelEntries(SVector &entries, const SVector &date, int closingTime) {
   }
 }
 
-// NaN is no signal, so it must not take part in the alternation of entries and exits.
-void DropNaN(SVector &rule) {
-  const SVector &values = rule;
-  for (int bar = 0; bar < rule.GetSize(); ++bar) {
-    if (std::isnan(values[bar])) rule[bar] = 0.0;
-  }
-}
-
 // Makes a series longer, with zeros. Elements below the start index stay.
 void Lengthen(SVector &series, int size) {
   SVector longer(size);
@@ -98,7 +89,6 @@ void SSimulation::ProcessStop(SIndex *index) {
     Index = *index;
   }
   if (BigPointValue == 0.0) BigPointValue = 1.0;
-  for (int rule = 0; rule < kRules; ++rule) DropNaN(index->ExpData[rule]);
   if (Setting.BlDayTradingStop != 0) {
     for (const RuleSeries rule : {kLongEntry, kShortEntry}) {
       CancelEntries(index->ExpData[rule], BarsOf(Date), ClosingTime(Setting));

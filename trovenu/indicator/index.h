@@ -88,7 +88,7 @@ class TROVENU_API SIndex : public SIndexProp {
   void CalcLast();
   /// Forgets the base of live updates, for data that were replaced.
   void SetCalcInit();
-  /// Makes entries and exits of a trading system alternate.
+  /// Makes entries and exits of a trading system alternate. A signal is a value that is neither 0 nor NaN.
   void PreProcess();
   /// Marks the patterns of the candle list: the number of the last pattern that fits on each bar.
   /// Required: bars without a pattern hold -1.0 after a full scan and 0.0 where a live update has redone

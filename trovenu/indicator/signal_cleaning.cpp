@@ -1,11 +1,16 @@
 #include <algorithm>
+#include <cmath>
 
 #include "trovenu/indicator/index.h"
 
 namespace trovenu {
 namespace {
 
-bool IsSet(const SVector &signal, int bar) { return signal[bar] != 0.0; }
+// NaN is no signal.
+bool IsSet(const SVector &signal, int bar) {
+  const double value = signal[bar];
+  return value != 0.0 && !std::isnan(value);
+}
 
 // Makes the entries and exits of one side alternate, beginning with an entry.
 void Alternate(SVector &entry, SVector &exit) {
