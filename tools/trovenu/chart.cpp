@@ -84,8 +84,9 @@ int Run(Options &options) {
   }
   OutputFile picture(options.svg);
   picture.Write(DrawChart(result));
-  if (options.table) WriteResult(ChartTable(result), options.format, options.out);
+  // Before the table, whose reader may close the pipe and so end the tool.
   picture.Commit();
+  if (options.table) WriteResult(ChartTable(result), options.format, options.out);
   return kDone;
 }
 
@@ -99,7 +100,7 @@ std::string Footer() {
          "What --param leaves out is the default of the chart's settings, a price step as a\n"
          "share of the first close. With --auto the calculator sets its parameters from the\n"
          "prices, and --auto wins over --param; profile and candlevolume know no automatic\n"
-         "values. The result shows the parameters that were used.";
+         "values. The result shows the parameters as the chart leaves them.";
 }
 
 }  // namespace
