@@ -56,6 +56,9 @@ void WriteSummary(const SSimulation &simulation, const FormatOption &format, con
 
 int Run(const Options &options) {
   CheckRuleUsage(options.simulation.rules);
+  if (!options.equity.empty() && options.equity == options.out) {
+    throw CLI::ValidationError("--equity", "names the same file as --out");
+  }
   Backtest backtest(options.simulation);
   SSimulation &simulation = backtest.Simulation();
   const std::unique_ptr<ReportFolder> report = PrepareReport(simulation, options.report);

@@ -1,5 +1,6 @@
 #include "tools/trovenu/backtest_options.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "tools/trovenu/failure.h"
 #include "tools/trovenu/terminal_text.h"
 #include "trovenu/backtest/simulation.h"
+#include "trovenu/platform/code_page_text.h"
 #include "trovenu/platform/platform.h"
 #include "trovenu/support/number_text.h"
 
@@ -73,6 +75,11 @@ SString DayEndOf(const std::string &typed) {
 void ReadConfig(const std::string &path, SSimulationSetting &setting) {
   std::string content;
   if (!ReadFileBytes(path, &content)) throw Failure(path + ": can't be read");
+  // What a file lacks has its default, so another file than that of the settings would go unnoticed.
+  std::ranges::transform(content, content.begin(), ToLowerAscii);
+  if (content.find("simulationconfigure") == content.npos) {
+    throw Failure(path + ": expected settings in a section SimulationConfigure");
+  }
   SSimulation reader;
   reader.ReadSetting(path.c_str());
   setting = reader.Setting;
@@ -127,8 +134,14 @@ void TakeCosts(const BacktestOptions &options, SSimulationSetting &setting) {
 }  // namespace
 
 void AddBacktestOptions(CLI::App &command, BacktestOptions &options) {
-  const auto add = [&command](const char *name, std::string &text, const char *help, const char *type) {
-    return command.add_option(name, text, help)->type_name(type);
+  // An empty text is none of these values, so it must not pass for an option that was left out.
+  const CLI::Validator hasValue(
+      [](const std::string &text) -> std::string {
+        return text.empty() ? "expected a value, found nothing" : "";
+      },
+      "");
+  const auto add = [&](const char *name, std::string &text, const char *help, const char *type) {
+    return command.add_option(name, text, help)->type_name(type)->check(hasValue);
   };
   add("--config", options.config, "Settings file to begin with, section SimulationConfigure", "FILE.ini");
   add("--side", options.side, "Sides to trade (default: both)", "NAME")

@@ -28,7 +28,7 @@ void AddBacktestOptions(CLI::App &command, BacktestOptions &options);
 
 /// The defaults, what the settings file has in their place, and what the options say in place of both. Throws
 /// `CLI::ValidationError` for an option that is no amount, and `Failure` for a settings file that is not
-/// there.
+/// there or is none.
 SSimulationSetting SettingOf(const BacktestOptions &options);
 
 }  // namespace trovenu::tool
