@@ -161,7 +161,8 @@ TEST(History, InterchangeSwapsAllColumns) {
   test.Interchange(0, 1);
   EXPECT_EQ(Row(test, 0), second);
   EXPECT_EQ(Row(test, 1), first);
-  test.Interchange(-1, std::numeric_limits<int>::max());
+  for (const int absent : {-1, 2, std::numeric_limits<int>::max()}) test.Interchange(0, absent);
+  EXPECT_EQ(Row(test, 0), second);
 }
 
 TEST(History, ResultsWithoutTheNumberOfTheStop) {

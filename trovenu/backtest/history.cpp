@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "trovenu/backtest/signals.h"
@@ -150,10 +151,8 @@ void SSimulation::SortHistory() {
 
 void SSimulation::Interchange(int a, int b) {
   for (SVector &column : History) {
-    const SVector &values = column;
-    const double first = values[a];
-    column[a] = values[b];
-    column[b] = first;
+    const auto has = [&column](int row) { return row >= 0 && row < column.GetSize(); };
+    if (has(a) && has(b)) std::swap(column[a], column[b]);
   }
 }
 

@@ -150,7 +150,7 @@ class TROVENU_API SSimulation {
   /// Orders the table by entry date, oldest first. Trades of equal date end in the order in which an exchange
   /// sort leaves them: for each i and each later j in turn, `Interchange(i, j)` if j is the earlier trade.
   void SortHistory();
-  /// Swaps two trades in all columns.
+  /// Swaps two trades in all columns. Nothing happens for a trade that is not in the table.
   void Interchange(int a, int b);
   /// The first and the last side that `Position` trades.
   int GetStartMode() const;
