@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 
@@ -6,6 +7,10 @@
 #include "trovenu/platform/code_page.h"
 #include "trovenu/support/table_reader.h"
 #include "trovenu/support/table_writer.h"
+
+#ifndef TROVENU_TOOL
+#define TROVENU_TOOL ""
+#endif
 
 namespace trovenu::tests {
 
@@ -94,6 +99,7 @@ TEST_F(OptimiseTest, SystemsAndCompressionsNeedNoTables) {
 }
 
 TEST_F(OptimiseTest, WhatIsWrongIsNamed) {
+  std::filesystem::create_directory(Path("kept"));
   File("kept/notes.txt", "x");
   const Words rules = {"optimise", "--bars", kDaily, "--long-entry", "c > avg(c,n)"};
   const struct {
@@ -105,7 +111,7 @@ TEST_F(OptimiseTest, WhatIsWrongIsNamed) {
       {{"--range", "n=1:2:1", "--compress", "1:2:1"}, 2, "expected one of"},
       {{"--range", "n=1:2"}, 2, "--range: expected VAR=START:END:STEP in numbers, found \"n=1:2\""},
       {{"--range", "n=1:2:x"}, 2, "--range: expected VAR=START:END:STEP"},
-      {{"--range", "n=1:1e9:1", "--range", "m=1:10:1"}, 1, "more than 2147483647 runs"},
+      {{"--range", "n=1:1e9:1", "--range", "m=1:10:1"}, 1, "more than 2147483646 runs"},
       {{"--range", "m=1:2:1"}, 1, "formula 1 \"c > avg(c,n)\""},
       {{"--range", "n=1:2:1", "--set", "m=c"}, 1, "variable \"m\": expected a number"},
       {{"--set", "n=3", "--compress", "0:2:1"}, 2, "--compress: expected 1 bar or more"},
@@ -129,15 +135,35 @@ TEST_F(OptimiseTest, WhatIsWrongIsNamed) {
 
 // The search ends after the run at hand, and what it has found is printed and kept.
 TEST_F(OptimiseTest, AnInterruptStopsCleanly) {
-  const ToolResult result = RunShell(
-      "timeout --signal=INT 2 trovenu optimise --bars data/daily.csv --long-entry 'crossup(c,avg(c,n))' "
-      "--range n=2:100000:0.01 --top 1 --report '" +
-      Path("report") + "' </dev/null; echo ended $?");
+  const ToolResult result = RunShell("timeout --signal=INT 2 '" TROVENU_TOOL
+                                     "' optimise --bars data/daily.csv --long-entry 'crossup(c,avg(c,n))' "
+                                     "--range n=2:100000:0.01 --top 1 --report '" +
+                                     Path("report") + "' </dev/null; echo ended $?");
   ASSERT_NE(result.out.find("trovenu: stopped after"), result.out.npos) << result.out;
   const std::size_t runs = std::stoul(result.out.substr(result.out.find("stopped after") + 14));
   DB table(Path("report/SumInfo.rpt").c_str());
   EXPECT_EQ(static_cast<std::size_t>(table.RecordCount), runs);
-  EXPECT_NE(result.out.find("(2"), result.out.npos);
+  EXPECT_NE(result.out.find("  ("), result.out.npos) << result.out;
+}
+
+// Lists of trades grow from run to run until one is larger than files may be.
+TEST_F(OptimiseTest, TheFirstRunWithoutTablesIsNamed) {
+  const ToolResult result = RunShell(
+      "trap '' XFSZ; ulimit -f 60; trovenu optimise --bars data/daily.csv --long-entry 'crossup(c,avg(c,n))' "
+      "--long-exit 'crossdown(c,avg(c,n))' --range n=20:2:-1 --report '" +
+      Path("report") + "' </dev/null");
+  std::smatch number;
+  ASSERT_TRUE(
+      std::regex_search(result.out, number, std::regex("^trovenu: .*: the tables of run (\\d+) can't")))
+      << result.out;
+  EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 1);
+  const int first = std::stoi(number[1]);
+  EXPECT_GT(first, 0);
+  DB runs(Path("report/SumInfo.rpt").c_str());
+  for (int run = 0; run <= first; ++run, runs.MoveNext()) {
+    const int trades = DB(runs.GetStr("TradeListFileName").c_str()).RecordCount;
+    EXPECT_EQ(std::to_string(trades) == runs.GetStr("TransactionCount").c_str(), run < first) << run;
+  }
 }
 
 }  // namespace

@@ -180,7 +180,7 @@ Plan PlanVariables(SIndex &rules, const std::vector<Range> &ranges) {
     rules.VarEnd[k] = text(range->end);
     rules.VarIncrement[k] = text(range->step);
     plan.runs *= GridSteps(range->start, range->end, range->step);
-    if (plan.runs > std::numeric_limits<int>::max()) throw Failure("--range: more than 2147483647 runs");
+    if (plan.runs >= std::numeric_limits<int>::max()) throw Failure("--range: more than 2147483646 runs");
   }
   return plan;
 }
@@ -221,6 +221,16 @@ std::vector<Range> CheckUsage(Options &options) {
   return ranges;
 }
 
+// The runs of a search are numbered from 0, in their order in the run table.
+void RequireComplete(const std::vector<FinishedRun> &runs, long long done, const ReportFolder &folder) {
+  for (long long i = 0; i < done; ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    if (at < runs.size() && runs[at].number == i && runs[at].IsComplete()) continue;
+    throw Failure(folder.Shown() + ": the tables of run " + std::to_string(i) +
+                  " can't be written (is the disk full?); those of the runs before are complete");
+  }
+}
+
 int Run(Options options) {
   const std::vector<Range> ranges = CheckUsage(options);
   const std::vector<std::string> systems = SplitAtCommas(options.systems);
@@ -252,18 +262,13 @@ int Run(Options options) {
   SSimulationMain search(&simulation, plan.search, folder.Path().c_str());
   folder.RequireRunTable();
   search.SetBigPointValue(options.simulation.pointValue);
-  const SearchEnd end = WatchSearch(search, plan.runs, searched ? searched->Names() : nullptr, folder);
+  const SearchEnd end = WatchSearch(search, plan.runs, searched ? searched->Names() : nullptr);
 
   std::vector<FinishedRun> runs = folder.Runs();
-  for (const FinishedRun &run : runs) {
-    if (!run.IsComplete()) {
-      throw Failure(folder.Shown() + ": the tables of run " + std::to_string(run.number) +
-                    " could not be written");
-    }
-  }
+  RequireComplete(runs, end.done, folder);
   SortRuns(runs, FigureOf(options.sort));
   WriteResult(BestRuns(runs, plan, static_cast<std::size_t>(options.top)), options.format, options.out);
-  if (end == SearchEnd::Finished) return kDone;
+  if (end.finished) return kDone;
   std::fprintf(stderr, "trovenu: stopped after %zu of %lld runs\n", runs.size(), plan.runs);
   return kStoppedByUser;
 }

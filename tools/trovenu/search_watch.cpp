@@ -7,6 +7,7 @@
 #include <mutex>
 
 #include "tools/trovenu/failure.h"
+#include "tools/trovenu/report_folder.h"
 #include "trovenu/platform/terminal.h"
 #include "trovenu/support/table_writer.h"
 
@@ -90,10 +91,11 @@ bool AskToGoOn(long long done, long long total) {
 // Whether the run that `result` tells of has left its tables.
 bool HasTables(const SAnsiStringList &result) {
   const long size = result.GetSize();
-  if (size < 2) return false;
-  const DB summary(result[size - 2].c_str());
-  const DB trades(result[size - 1].c_str());
-  return summary.RecordCount > 0 && trades.State == DB::Open;
+  FinishedRun run;
+  run.figures.TransactionCount = result[size - 11];
+  run.summaryRecords = DB(result[size - 2].c_str()).RecordCount;
+  run.tradeRecords = DB(result[size - 1].c_str()).RecordCount;
+  return run.IsComplete();
 }
 
 // A search on its way.
@@ -124,15 +126,13 @@ class Watch {
       done_ = result.GetSize() > 0 ? info_.Current + 1 : 0;
     }
     line_.Show(done_);
-    if (done_ > 0 && !HasTables(result)) {
-      lost_ = true;
-      Stop();
-    }
+    if (done_ > 0 && !HasTables(result)) Stop();
     return !over;
   }
 
   // Waits until the search rests, and asks. False if it is to end.
   bool PauseAndAsk() {
+    const int before = interrupts;
     info_.State = kOptimiserPause;
     while (!ended_ && !thread_.IsSuspended()) {
       HostMessage message;
@@ -141,8 +141,8 @@ class Watch {
     if (ended_) return true;
     const auto begin = SearchLine::Clock::now();
     line_.Clear();
-    const int before = interrupts;
-    const bool goesOn = InputIsTerminal() && AskToGoOn(info_.Current + 1, total_) && interrupts == before;
+    const bool goesOn = interrupts == before && InputIsTerminal() && AskToGoOn(info_.Current + 1, total_) &&
+                        interrupts == before;
     line_.AddPause(SearchLine::Clock::now() - begin);
     return goesOn;
   }
@@ -158,13 +158,9 @@ class Watch {
     while (!ended_) thread_.Resume();
   }
 
-  SearchEnd End(const ReportFolder &folder) {
+  SearchEnd End() {
     const bool finished = thread_.Join() == 1;
-    if (lost_) {
-      throw Failure(folder.Shown() + ": the tables of run " + std::to_string(done_ - 1) +
-                    " can't be written (is the disk full?); those of the runs before are complete");
-    }
-    return finished ? SearchEnd::Finished : SearchEnd::Stopped;
+    return {finished, done_};
   }
 
  private:
@@ -175,15 +171,13 @@ class Watch {
   const long long total_;
   SearchLine line_;
   long long done_ = 0;
-  bool lost_ = false;
   // The last member, so that it ends before what it works on.
   HostThread thread_;
 };
 
 }  // namespace
 
-SearchEnd WatchSearch(SSimulationMain &search, long long total, SAnsiStringList *systems,
-                      const ReportFolder &folder) {
+SearchEnd WatchSearch(SSimulationMain &search, long long total, SAnsiStringList *systems) {
   const InterruptCount count;
   Watch watch(search, total, systems);
   for (int answered = 0; watch.Wait();) {
@@ -195,7 +189,7 @@ SearchEnd WatchSearch(SSimulationMain &search, long long total, SAnsiStringList 
       watch.Stop();
     }
   }
-  return watch.End(folder);
+  return watch.End();
 }
 
 }  // namespace trovenu::tool
