@@ -109,6 +109,8 @@ TEST_F(OptimiseTest, WhatIsWrongIsNamed) {
   } cases[] = {
       {{}, 2, "expected one of --range, --systems and --compress"},
       {{"--range", "n=1:2:1", "--compress", "1:2:1"}, 2, "expected one of"},
+      {{"--range", "n=1:2:1", "--range", "n=3:4:1"}, 2, "--range: a second range of \"n\""},
+      {{"--systems", "이동평균 교차,"}, 2, "--systems: expected names with commas between them"},
       {{"--range", "n=1:2"}, 2, "--range: expected VAR=START:END:STEP in numbers, found \"n=1:2\""},
       {{"--range", "n=1:2:x"}, 2, "--range: expected VAR=START:END:STEP"},
       {{"--range", "n=1:1e9:1", "--range", "m=1:10:1"}, 1, "more than 2147483646 runs"},

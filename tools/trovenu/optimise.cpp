@@ -213,7 +213,10 @@ std::vector<Range> CheckUsage(Options &options) {
   if (options.systems.empty()) CheckRuleUsage(options.simulation.rules);
   std::vector<Range> ranges;
   for (const std::string &text : options.ranges) {
-    ranges.push_back(RangeOf("--range", text));
+    const Range range = RangeOf("--range", text);
+    if (std::ranges::find(ranges, range.variable, &Range::variable) != ranges.end())
+      throw CLI::ValidationError("--range", "a second range of " + Quoted(range.variable));
+    ranges.push_back(range);
     const std::string first = text.substr(0, text.find(':'));
     options.simulation.rules.settings.push_back(first);
   }
@@ -234,6 +237,9 @@ void RequireComplete(const std::vector<FinishedRun> &runs, long long done, const
 int Run(Options options) {
   const std::vector<Range> ranges = CheckUsage(options);
   const std::vector<std::string> systems = SplitAtCommas(options.systems);
+  if (!options.systems.empty() && std::ranges::find(systems, "") != systems.end())
+    throw CLI::ValidationError("--systems",
+                               "expected names with commas between them, found " + Quoted(options.systems));
   if (!options.systems.empty()) options.simulation.rules.system = systems.front();
   Backtest backtest(options.simulation);
   SSimulation &simulation = backtest.Simulation();

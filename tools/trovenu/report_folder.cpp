@@ -52,7 +52,8 @@ bool FinishedRun::IsComplete() const {
 }
 
 ReportFolder::ReportFolder(const std::string &path)
-    : shown_(path), path_((fs::absolute(path) / "").lexically_normal().string()) {
+    : shown_(path), path_((fs::absolute(path.empty() ? "." : path) / "").lexically_normal().string()) {
+  if (path.empty()) throw Failure("expected a folder of reports, found an empty path");
   if (path_.size() + kLongestName > kLongestPath) {
     throw Failure(Quoted(path) + ": expected a folder of at most " +
                   std::to_string(kLongestPath - kLongestName) + " bytes, its whole path counted");
