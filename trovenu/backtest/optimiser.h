@@ -38,7 +38,7 @@ struct TROVENU_API tagOPVARTHREADINFO {
   /// Number of the last finished run, from 0.
   int Current = 0;
   /// The host's.
-  unsigned long Reserved = 0;
+  int Reserved = 0;
   /// Names of trading systems for the searches 1 and 2; not owned.
   SAnsiStringList *FormulaNames = nullptr;
 };
