@@ -37,3 +37,19 @@ function(trovenu_use_fewer_checks target)
     target_compile_options(${target} PRIVATE -Wno-restrict)
   endif()
 endfunction()
+
+# The inner loops are built twice, for the baseline and for AVX2; which of them runs is chosen at run time. The
+# flags promise nothing about values: they let the compiler compute both sides of a choice and take square
+# roots without setting errno. Fused multiplication and addition would change bits and stays off.
+function(trovenu_use_kernel_flags directory)
+  if(MSVC)
+    return()
+  endif()
+  set_source_files_properties(${directory}/baseline.cpp ${directory}/avx2.cpp PROPERTIES
+    COMPILE_OPTIONS "-fno-math-errno;-fno-trapping-math")
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-mavx2 TROVENU_HAS_AVX2_FLAG)
+  if(TROVENU_HAS_AVX2_FLAG)
+    set_property(SOURCE ${directory}/avx2.cpp APPEND PROPERTY COMPILE_OPTIONS "-mavx2;-mno-fma")
+  endif()
+endfunction()

@@ -1,82 +1,11 @@
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
-#include "trovenu/support/moving_window.h"
+#include "trovenu/support/kernels/kernels.h"
 #include "trovenu/support/series.h"
 
 namespace trovenu {
 namespace {
-
-struct WindowWeightedSum {
-  // `sum` of the run and `weighted`, its sum with weights that begin at 1 on the side where the run does not
-  // grow (newer part) or grows (older part).
-  struct Part {
-    double sum = 0.0;
-    double weighted = 0.0;
-    int count = 0;
-  };
-  const double *x;
-  double n;
-  double divisor;
-
-  void Append(Part &part, int i, int /*block*/) const {
-    ++part.count;
-    part.sum += x[i];
-    part.weighted += part.count * x[i];
-  }
-  void Prepend(Part &part, int i, int /*block*/) const {
-    part.sum += x[i];
-    part.weighted += part.sum;
-  }
-  double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
-    return (older.weighted + (newer.weighted + (n - newerCount) * newer.sum)) / divisor;
-  }
-};
-
-struct WindowDeviation {
-  struct Part {
-    double sum = 0.0;
-    double squares = 0.0;
-  };
-  const double *x;
-  double n;
-
-  void Append(Part &part, int i, int block) const {
-    const double d = x[i] - x[block];
-    part.sum += d;
-    part.squares += d * d;
-  }
-  void Prepend(Part &part, int i, int block) const { Append(part, i, block); }
-  double Value(const Part &older, const Part &newer, int, int, int) const {
-    const double sum = older.sum + newer.sum;
-    const double squares = older.squares + newer.squares;
-    const double variance = (squares - sum * (sum / n)) / n;
-    return variance < 0.0 ? 0.0 : std::sqrt(variance);
-  }
-};
-
-template <bool kLargest>
-struct WindowExtreme {
-  struct Part {
-    double extreme =
-        kLargest ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
-  };
-  const double *x;
-
-  static double Pick(double a, double b) {
-    if constexpr (kLargest) {
-      return b > a ? b : a;
-    } else {
-      return b < a ? b : a;
-    }
-  }
-  void Append(Part &part, int i, int /*block*/) const { part.extreme = Pick(part.extreme, x[i]); }
-  void Prepend(Part &part, int i, int /*block*/) const { part.extreme = Pick(part.extreme, x[i]); }
-  double Value(const Part &older, const Part &newer, int, int, int) const {
-    return Pick(older.extreme, newer.extreme);
-  }
-};
 
 // Fills `result` with a moving calculation; `run(x, first, size, out)` writes the bars from the start index
 // on.
@@ -96,6 +25,21 @@ void FillMoving(SVector &result, const SVector &source, int n, Run run) {
   if (result.size - first >= n) run(source.data, first, result.size, result.data);
 }
 
+void FillWindows(SVector &result, const SVector &source, int n, WindowKernel kernel) {
+  FillMoving(result, source, n, [n, kernel](const double *x, int first, int end, double *out) {
+    kernel(x, first + n - 1, end, n, out);
+  });
+}
+
+// Gives the windows of equal elements that element; `out` is what was made of a map of x.
+void KeepFlatWindows(const double *x, int first, int size, int n, double *out) {
+  int runBegin = first;
+  for (int i = first; i < size; ++i) {
+    if (i > first && x[i] != x[i - 1]) runBegin = i;
+    if (runBegin <= i - n + 1 && x[i] == x[i]) out[i] = x[i];
+  }
+}
+
 // A series of `map(x[i])` for the bars from `first` to `end` - 1; empty when memory is exhausted.
 template <class Map>
 SVector MapElements(const double *x, int first, int end, Map map) {
@@ -103,10 +47,6 @@ SVector MapElements(const double *x, int first, int end, Map map) {
   result.BeginResult(end, first);
   for (int i = first; i < result.size; ++i) result.data[i] = map(x[i]);
   return result;
-}
-
-void KeepFlatWindows(const double *x, int first, int size, int n, double *out) {
-  ForEachFlatWindow(x, first, size, n, [x, out](int i) { out[i] = x[i]; });
 }
 
 // A geometric or harmonic mean has no meaning where the window holds an element at or below 0.
@@ -152,24 +92,14 @@ class FlatSoFar {
 
 }  // namespace
 
-void SVector::CalcSum(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    SlideWindow(WindowSum{x}, first, end, n, out);
-  });
-}
+void SVector::CalcSum(const SVector &source, int n) { FillWindows(*this, source, n, ActiveKernels().sum); }
 
-void SVector::CalcAvg(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    SlideWindow(WindowSum{x, static_cast<double>(n)}, first, end, n, out);
-    KeepFlatWindows(x, first, end, n, out);
-  });
-}
+void SVector::CalcAvg(const SVector &source, int n) { FillWindows(*this, source, n, ActiveKernels().mean); }
 
 void SVector::CalcEAvg(const SVector &source, int n) {
   FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
     const int seed = first + n - 1;
-    SlideWindow(WindowSum{x, static_cast<double>(n)}, first, seed + 1, n, out);
-    KeepFlatWindows(x, first, seed + 1, n, out);
+    ActiveKernels().mean(x, seed, seed + 1, n, out);
     const double factor = 2.0 / (static_cast<double>(n) + 1.0);
     double average = out[seed];
     for (int i = seed + 1; i < end; ++i) {
@@ -180,11 +110,7 @@ void SVector::CalcEAvg(const SVector &source, int n) {
 }
 
 void SVector::CalcWAvg(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    const double count = n;
-    SlideWindow(WindowWeightedSum{x, count, count * (count + 1.0) / 2.0}, first, end, n, out);
-    KeepFlatWindows(x, first, end, n, out);
-  });
+  FillWindows(*this, source, n, ActiveKernels().weightedMean);
 }
 
 void SVector::CalcTAvg(const SVector &source, int n) {
@@ -203,7 +129,7 @@ void SVector::CalcGAvg(const SVector &source, int n) {
   FillMoving(*this, source, n, [this, n](const double *x, int first, int end, double *out) {
     const SVector logarithms = MapElements(x, first, end, [](double v) { return std::log(v); });
     if (logarithms.size < end) return SetSize(0);
-    SlideWindow(WindowSum{logarithms.data, static_cast<double>(n)}, first, end, n, out);
+    ActiveKernels().mean(logarithms.data, first + n - 1, end, n, out);
     for (int i = first + n - 1; i < end; ++i) out[i] = std::exp(out[i]);
     KeepFlatWindows(x, first, end, n, out);
     ClearNonPositiveWindows(x, first, end, n, out);
@@ -214,7 +140,7 @@ void SVector::CalcHAvg(const SVector &source, int n) {
   FillMoving(*this, source, n, [this, n](const double *x, int first, int end, double *out) {
     const SVector reciprocals = MapElements(x, first, end, [](double v) { return 1.0 / v; });
     if (reciprocals.size < end) return SetSize(0);
-    SlideWindow(WindowSum{reciprocals.data, 1.0}, first, end, n, out);
+    ActiveKernels().sum(reciprocals.data, first + n - 1, end, n, out);
     for (int i = first + n - 1; i < end; ++i) out[i] = n / out[i];
     KeepFlatWindows(x, first, end, n, out);
     ClearNonPositiveWindows(x, first, end, n, out);
@@ -222,21 +148,15 @@ void SVector::CalcHAvg(const SVector &source, int n) {
 }
 
 void SVector::CalcStdev(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    SlideWindow(WindowDeviation{x, static_cast<double>(n)}, first, end, n, out);
-  });
+  FillWindows(*this, source, n, ActiveKernels().deviation);
 }
 
 void SVector::CalcHighest(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    SlideWindow(WindowExtreme<true>{x}, first, end, n, out);
-  });
+  FillWindows(*this, source, n, ActiveKernels().highest);
 }
 
 void SVector::CalcLowest(const SVector &source, int n) {
-  FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
-    SlideWindow(WindowExtreme<false>{x}, first, end, n, out);
-  });
+  FillWindows(*this, source, n, ActiveKernels().lowest);
 }
 
 void SVector::CalcESum(const SVector &source, int n) {

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "trovenu/formula/messages.h"
-#include "trovenu/support/moving_window.h"
+#include "trovenu/support/kernels/kernels.h"
 
 namespace trovenu {
 namespace {
@@ -82,8 +82,7 @@ SVector Cci(const SVector &high, const SVector &low, const SVector &close, int n
   if (end - first < n) return result;
   double *out = result.data;
   const double *price = typical.data;
-  SlideWindow(WindowSum{price, static_cast<double>(n)}, first, end, n, out);
-  ForEachFlatWindow(price, first, end, n, [out, price](int i) { out[i] = price[i]; });
+  ActiveKernels().mean(price, first + n - 1, end, n, out);
   for (int i = first + n - 1; i < end; ++i) {
     const double mean = out[i];
     double deviations = 0.0;

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Sliding windows in one pass, exactly reproducible.
+/// Windows of any length in one pass.
 ///
 /// The bars are cut into blocks of n by their absolute index. A window that ends in a block consists of a
 /// suffix of the block before (its older part) and a prefix of the block (its newer part). Both grow by one
@@ -10,24 +10,23 @@
 /// same bits.
 ///
 /// A statistic supplies
-///   Part                              what is carried along for a run of bars, default-constructed for none
+///   Part                              what is carried along for a run of bars
+///   Part None()                       for no bars
 ///   void Append(Part &, int i, int block)    lengthens the run by bar i on its newer side
 ///   void Prepend(Part &, int i, int block)   lengthens the run by bar i on its older side
 ///   double Value(const Part &older, const Part &newer, int newerCount, int i, int block)
 /// where `block` is the first bar of the block in which the window ends; it lies in every such window, so its
 /// element may serve as the origin of deviations.
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
-#include <optional>
+#include "trovenu/support/kernels/four_bars.h"
 
 namespace trovenu {
+namespace {
 
 /// Suffixes are kept for this many bars at a time. Where a block is longer, the suffixes at the edges of this
 /// many such strips are kept and the others are built again from them, so that no length needs memory of its
 /// own.
-inline constexpr int kWindowStrip = 512;
+constexpr int kWindowStrip = 512;
 
 /// The older parts of the windows that end in one block: suffixes of the bars from `oldest` to `block` - 1.
 template <class Statistic>
@@ -49,10 +48,10 @@ class WindowSuffixes {
   void NextStrip() {
     left_ = right_;
     right_ = block_ - left_ > kWindowStrip ? left_ + kWindowStrip : block_;
-    Part part{};
+    Part part = statistic_.None();
     if (right_ < block_) {
       if (usedEdges_ == kWindowStrip) BuildEdges();
-      part = (*edges_)[static_cast<std::size_t>(usedEdges_++)];
+      part = edges_[usedEdges_++];
     }
     for (int j = right_ - 1; j >= left_; --j) {
       statistic_.Prepend(part, j, block_);
@@ -64,19 +63,19 @@ class WindowSuffixes {
   int Right() const { return right_; }
 
   /// The suffix that begins at bar i of the current strip, or nothing for the block's first bar.
-  Part From(int i) const { return i < block_ ? suffixes_[i - left_] : Part{}; }
+  Part From(int i) const { return i < block_ ? suffixes_[i - left_] : statistic_.None(); }
 
  private:
   // Fills the edges of the current strip and of those behind it.
   void BuildEdges() {
-    if (!edges_) edges_.emplace();
     usedEdges_ = 0;
-    Part part{};
+    Part part = statistic_.None();
     for (int j = block_ - 1; j >= right_; --j) {
       statistic_.Prepend(part, j, block_);
       const int distance = j - right_;
-      if (distance % kWindowStrip == 0 && distance / kWindowStrip < kWindowStrip)
-        (*edges_)[static_cast<std::size_t>(distance / kWindowStrip)] = part;
+      if (distance % kWindowStrip == 0 && distance / kWindowStrip < kWindowStrip) {
+        edges_[distance / kWindowStrip] = part;
+      }
     }
   }
 
@@ -86,25 +85,24 @@ class WindowSuffixes {
   int right_ = 0;
   int usedEdges_ = kWindowStrip;
   Part suffixes_[kWindowStrip];
-  std::optional<std::array<Part, kWindowStrip>> edges_;
+  Part edges_[kWindowStrip];
 };
 
-/// Writes `out[i]` for every window of `n` bars (at least 1) that ends at a bar i from `first` + n - 1 to
-/// `size` - 1 and begins at or after `first`.
+// Writes `out[i]` for the windows of n bars that end at the bars i from `from` to `to` - 1.
 template <class Statistic>
-void SlideWindow(const Statistic &statistic, int first, int size, int n, double *out) {
-  if (size - first < n) return;
+void SlideLongWindows(const Statistic &statistic, int from, int to, int n, double *out) {
   WindowSuffixes<Statistic> older(statistic);
-  int i = first + n - 1;
+  int i = from;
   long long block = static_cast<long long>(i) / n * n;
-  while (i < size) {
+  while (i < to) {
     const int begin = static_cast<int>(block);
-    const int end = static_cast<int>(std::min<long long>(block + n, size));
+    const int end = block + n < to ? begin + n : to;
     older.BeginBlock(i - n + 1, begin);
-    typename Statistic::Part newer{};
+    typename Statistic::Part newer = statistic.None();
     for (int j = begin; j < i; ++j) statistic.Append(newer, j, begin);
     while (i < end) {
-      const int stop = older.Right() < begin ? std::min(older.Right() + n - 1, end) : end;
+      const int reach = older.Right() + n - 1;
+      const int stop = older.Right() < begin && reach < end ? reach : end;
       for (; i < stop; ++i) {
         statistic.Append(newer, i, begin);
         out[i] = statistic.Value(older.From(i - n + 1), newer, i - begin + 1, i, begin);
@@ -115,34 +113,5 @@ void SlideWindow(const Statistic &statistic, int first, int size, int n, double 
   }
 }
 
-/// Calls `flat(i)` for every window of `n` bars that ends at a bar i as in `SlideWindow` and whose elements
-/// are all equal.
-template <class Flat>
-void ForEachFlatWindow(const double *x, int first, int size, int n, Flat flat) {
-  if (size - first < n) return;
-  int runBegin = first;
-  for (int i = first + 1; i < first + n - 1; ++i) {
-    if (x[i] != x[i - 1]) runBegin = i;
-  }
-  for (int i = first + n - 1; i < size; ++i) {
-    if (i > first && x[i] != x[i - 1]) runBegin = i;
-    if (runBegin <= i - n + 1 && x[i] == x[i]) flat(i);
-  }
-}
-
-/// The sum of the elements of a window.
-struct WindowSum {
-  struct Part {
-    double sum = 0.0;
-  };
-  const double *x;
-  double divisor = 1.0;
-
-  void Append(Part &part, int i, int /*block*/) const { part.sum += x[i]; }
-  void Prepend(Part &part, int i, int /*block*/) const { part.sum += x[i]; }
-  double Value(const Part &older, const Part &newer, int, int, int) const {
-    return (older.sum + newer.sum) / divisor;
-  }
-};
-
+}  // namespace
 }  // namespace trovenu

@@ -1,0 +1,157 @@
+#include "trovenu/support/kernels/kernels.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <vector>
+
+#include "tests/support/series_tools.h"
+
+namespace trovenu {
+namespace {
+
+using Values = std::vector<double>;
+
+struct Windowed {
+  const char *name;
+  void (*run)(const Kernels &, const Values &x, const Values &y, int from, int n, Values &out);
+};
+
+template <WindowKernel Kernels::*kKernel>
+void Run(const Kernels &kernels, const Values &x, const Values &, int from, int n, Values &out) {
+  (kernels.*kKernel)(x.data(), from, static_cast<int>(x.size()), n, out.data());
+}
+
+constexpr Windowed kWindowed[] = {
+    {"sum", Run<&Kernels::sum>},
+    {"mean", Run<&Kernels::mean>},
+    {"weighted mean", Run<&Kernels::weightedMean>},
+    {"highest", Run<&Kernels::highest>},
+    {"lowest", Run<&Kernels::lowest>},
+    {"deviation", Run<&Kernels::deviation>},
+    {"slope", Run<&Kernels::lineSlope>},
+    {"fit", Run<&Kernels::lineFit>},
+    {"value",
+     [](const Kernels &kernels, const Values &x, const Values &, int from, int n, Values &out) {
+       kernels.lineValue(x.data(), from, static_cast<int>(x.size()), n, 0.5 * n - 2.5, out.data());
+     }},
+    {"correlation",
+     [](const Kernels &kernels, const Values &x, const Values &y, int from, int n, Values &out) {
+       kernels.correlation(x.data(), y.data(), from, static_cast<int>(x.size()), n, out.data());
+     }},
+};
+
+// Takes the build for as long as it lives, then the one that was in use before.
+class Using {
+ public:
+  explicit Using(Instructions instructions) : available(UseInstructions(instructions)) {}
+  Using(const Using &) = delete;
+  Using &operator=(const Using &) = delete;
+  ~Using() { UseInstructions(before_); }
+  const bool available;
+
+ private:
+  const Instructions before_ = InstructionsInUse();
+};
+
+std::vector<int> Periods() {
+  std::vector<int> periods(80);
+  std::iota(periods.begin(), periods.end(), 1);
+  periods.insert(periods.end(), {100, 127, 200, 333, 512, 513, 700});
+  return periods;
+}
+
+Values Windows(const Windowed &w, const Values &x, const Values &y, int from, int n) {
+  Values out(x.size());
+  w.run(ActiveKernels(), x, y, from, n, out);
+  return out;
+}
+
+// With a stretch of equal elements, halves that repeat exactly, zeros of both signs, and what is no number.
+Values Awkward(unsigned seed) {
+  Values x = RandomWalk(720, 3.0, seed);
+  for (std::size_t i = 0; i < 150; ++i) x[i] = std::round(x[i]);
+  std::fill(x.begin() + 200, x.begin() + 290, 0.1);
+  for (std::size_t i = 300; i < 320; ++i) x[i] = i % 3 == 0 ? -0.0 : 0.0;
+  x[400] = kNaN;
+  x[460] = kInfinity;
+  x[500] = -kInfinity;
+  x[501] = kNaN;
+  return x;
+}
+
+TEST(Kernels, GiveTheSameBitsInBothBuildsFromEveryBarOn) {
+  const Values x = Awkward(1);
+  const Values y = Awkward(2);
+  const Using wide(Instructions::Avx2);
+  if (!wide.available) GTEST_SKIP() << "no second build";
+  for (const Windowed &w : kWindowed) {
+    for (const int n : Periods()) {
+      const Values whole = Windows(w, x, y, n - 1, n);
+      const Using baseline(Instructions::Baseline);
+      // A window that begins at bar 0, 1 and so on; then only the last ones.
+      for (int first = 0; first + n <= 720; first += first < 9 ? 1 : first + n < 710 ? 37 : 1) {
+        const Values part = Windows(w, x, y, first + n - 1, n);
+        for (std::size_t i = static_cast<std::size_t>(first + n - 1); i < x.size(); ++i) {
+          ASSERT_TRUE(Same(part[i], whole[i])) << w.name << " n " << n << " from " << first << " bar " << i
+                                               << ": " << part[i] << ", " << whole[i];
+        }
+      }
+    }
+  }
+}
+
+TEST(Kernels, KeepWhatIsNoNumberWithinItsWindows) {
+  const Values awkward = Awkward(1);
+  Values x = awkward;
+  for (double &value : x) value = std::isfinite(value) ? value : 1000.0;
+  const Values y = RandomWalk(720, 3.0, 3);
+  for (const Windowed &w : kWindowed) {
+    for (const int n : {1, 2, 3, 4, 5, 7, 8, 14, 20, 31, 33, 35, 36, 50}) {
+      const Values want = Windows(w, x, y, n - 1, n);
+      const Values got = Windows(w, awkward, y, n - 1, n);
+      for (int i = n - 1; i < 720; ++i) {
+        const auto at = awkward.begin() + i;
+        if (std::any_of(at - n + 1, at + 1, [](double v) { return !std::isfinite(v); })) continue;
+        ASSERT_TRUE(Same(got[static_cast<std::size_t>(i)], want[static_cast<std::size_t>(i)]))
+            << w.name << " n " << n << " bar " << i;
+      }
+    }
+  }
+}
+
+// The walk once held an element of 1e15; what is measured is relative to a calculation in long double.
+TEST(Kernels, ForgetASpikeThatHasPassed) {
+  Values x = RandomWalk(30000, 3.0);
+  x[10000] = 1e15;
+  for (const int n : {14, 20, 35, 36, 200}) {
+    const Values sums = Windows(kWindowed[0], x, x, n - 1, n);
+    const Values means = Windows(kWindowed[1], x, x, n - 1, n);
+    const Values weighted = Windows(kWindowed[2], x, x, n - 1, n);
+    const Values deviations = Windows(kWindowed[5], x, x, n - 1, n);
+    for (std::size_t i = static_cast<std::size_t>(n - 1); i < x.size(); ++i) {
+      const double *window = x.data() + i + 1 - static_cast<std::size_t>(n);
+      const long double sum = std::accumulate(window, window + n, 0.0L);
+      const long double mean = sum / n;
+      long double squares = 0;
+      long double rising = 0;
+      for (int k = 0; k < n; ++k) {
+        squares += (window[k] - mean) * (window[k] - mean);
+        rising += (k + 1.0L) * window[k];
+      }
+      const long double deviation = std::sqrt(squares / n);
+      const long double weightedMean = rising / (n * (n + 1.0L) / 2);
+      ASSERT_LE(std::fabs(sums[i] - sum), 1e-14L * std::fabs(sum)) << "n " << n << " bar " << i;
+      ASSERT_LE(std::fabs(means[i] - mean), 1e-14L * std::fabs(mean)) << "n " << n << " bar " << i;
+      ASSERT_LE(std::fabs(weighted[i] - weightedMean), 1e-14L * std::fabs(weightedMean))
+          << "n " << n << " bar " << i;
+      ASSERT_LE(std::fabs(deviations[i] - deviation), (n > 35 ? 1e-12L : 1e-13L) * deviation)
+          << "n " << n << " bar " << i;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace trovenu

@@ -1,0 +1,175 @@
+#pragma once
+
+/// \file
+/// The values of four consecutive bars, computed side by side: two registers of 16 bytes in the baseline
+/// build, one of 32 bytes with AVX2, plain numbers where the compiler has no vector types. Every operation is
+/// that of plain numbers, element by element, so all builds give the same bits.
+
+#include <cmath>
+
+#if defined(__GNUC__) && defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+#if defined(__GNUC__)
+#define TROVENU_INLINE inline __attribute__((always_inline))
+#define TROVENU_NO_INLINE __attribute__((noinline))
+#else
+#define TROVENU_INLINE inline
+#define TROVENU_NO_INLINE
+#endif
+
+namespace trovenu {
+namespace {
+
+// A Part is what one instruction works on.
+#if defined(__GNUC__) && defined(__AVX__)
+
+using Part = double __attribute__((vector_size(32)));
+// The same in memory, at any element.
+using PartAt = double __attribute__((vector_size(32), aligned(8), may_alias));
+
+struct FourBars {
+  Part all;
+};
+
+/// The bars that stand at `x`, `x` + 1 and so on.
+TROVENU_INLINE FourBars Load(const double *x) { return {*reinterpret_cast<const PartAt *>(x)}; }
+
+TROVENU_INLINE void Store(double *out, FourBars bars) { *reinterpret_cast<PartAt *>(out) = bars.all; }
+
+/// A number at every bar.
+TROVENU_INLINE FourBars All(double number) { return {Part{number, number, number, number}}; }
+
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, Operation operation) {
+  return {operation(a.all)};
+}
+
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
+  return {operation(a.all, b.all)};
+}
+
+TROVENU_INLINE Part RootOf(Part x) { return _mm256_sqrt_pd(x); }
+TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm256_max_pd(x, y); }
+TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm256_min_pd(x, y); }
+
+/// The value of the bar two places before each of `now`; `before` are the four bars before.
+TROVENU_INLINE FourBars TwoBarsEarlier(FourBars before, FourBars now) {
+  return {__builtin_shufflevector(before.all, now.all, 2, 3, 4, 5)};
+}
+
+#elif defined(__GNUC__)
+
+using Part = double __attribute__((vector_size(16)));
+using PartAt = double __attribute__((vector_size(16), aligned(8), may_alias));
+
+struct FourBars {
+  Part older;
+  Part newer;
+};
+
+TROVENU_INLINE FourBars Load(const double *x) {
+  return {*reinterpret_cast<const PartAt *>(x), *reinterpret_cast<const PartAt *>(x + 2)};
+}
+
+TROVENU_INLINE void Store(double *out, FourBars bars) {
+  *reinterpret_cast<PartAt *>(out) = bars.older;
+  *reinterpret_cast<PartAt *>(out + 2) = bars.newer;
+}
+
+TROVENU_INLINE FourBars All(double number) { return {Part{number, number}, Part{number, number}}; }
+
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, Operation operation) {
+  return {operation(a.older), operation(a.newer)};
+}
+
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
+  return {operation(a.older, b.older), operation(a.newer, b.newer)};
+}
+
+#if defined(__SSE2__)
+TROVENU_INLINE Part RootOf(Part x) { return _mm_sqrt_pd(x); }
+TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm_max_pd(x, y); }
+TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm_min_pd(x, y); }
+#else
+TROVENU_INLINE Part RootOf(Part x) { return Part{std::sqrt(x[0]), std::sqrt(x[1])}; }
+TROVENU_INLINE Part LargerOf(Part x, Part y) { return x > y ? x : y; }
+TROVENU_INLINE Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
+#endif
+
+TROVENU_INLINE FourBars TwoBarsEarlier(FourBars before, FourBars now) { return {before.newer, now.older}; }
+
+#else
+
+using Part = double;
+
+struct FourBars {
+  Part bar[4];
+};
+
+inline FourBars Load(const double *x) { return {{x[0], x[1], x[2], x[3]}}; }
+
+inline void Store(double *out, FourBars bars) {
+  for (int k = 0; k < 4; ++k) out[k] = bars.bar[k];
+}
+
+inline FourBars All(double number) { return {{number, number, number, number}}; }
+
+template <class Operation>
+FourBars Each(FourBars a, Operation operation) {
+  return {{operation(a.bar[0]), operation(a.bar[1]), operation(a.bar[2]), operation(a.bar[3])}};
+}
+
+template <class Operation>
+FourBars Each(FourBars a, FourBars b, Operation operation) {
+  return {{operation(a.bar[0], b.bar[0]), operation(a.bar[1], b.bar[1]), operation(a.bar[2], b.bar[2]),
+           operation(a.bar[3], b.bar[3])}};
+}
+
+inline Part RootOf(Part x) { return std::sqrt(x); }
+inline Part LargerOf(Part x, Part y) { return x > y ? x : y; }
+inline Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
+
+inline FourBars TwoBarsEarlier(FourBars before, FourBars now) {
+  return {{before.bar[2], before.bar[3], now.bar[0], now.bar[1]}};
+}
+
+#endif
+
+TROVENU_INLINE FourBars operator+(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return x + y; });
+}
+TROVENU_INLINE FourBars operator-(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return x - y; });
+}
+TROVENU_INLINE FourBars operator*(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return x * y; });
+}
+TROVENU_INLINE FourBars operator/(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return x / y; });
+}
+
+/// The larger one; b where one of them is NaN.
+TROVENU_INLINE FourBars Larger(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return LargerOf(x, y); });
+}
+/// The smaller one; b where one of them is NaN.
+TROVENU_INLINE FourBars Smaller(FourBars a, FourBars b) {
+  return Each(a, b, [](Part x, Part y) { return SmallerOf(x, y); });
+}
+
+/// `value`, but 0.0 where `test` is 0.
+TROVENU_INLINE FourBars ZeroWhereZero(FourBars test, FourBars value) {
+  return Each(test, value, [](Part t, Part v) { return t == 0.0 ? Part{} : v; });
+}
+
+TROVENU_INLINE FourBars SquareRoot(FourBars a) {
+  return Each(a, [](Part x) { return RootOf(x); });
+}
+
+}  // namespace
+}  // namespace trovenu

@@ -1,0 +1,50 @@
+#pragma once
+
+/// \file
+/// The inner loops that run over all bars, in two builds of the same source: one for the instructions that
+/// every processor of the target has, one for AVX2. Which of them runs is chosen once, when the program asks
+/// for the first time. Both give the same bits.
+
+namespace trovenu {
+
+/// Writes `out[i]` for the windows of n bars (at least 1) that end at the bars i from `from` to `to` - 1, of
+/// which there is at least one. `x` is read from bar `from` - n + 1 on and does not overlap `out`. A value
+/// depends on the elements of its window and their absolute index alone.
+using WindowKernel = void (*)(const double *x, int from, int to, int n, double *out);
+
+/// What `lineFit` gives where all elements of a window are equal; below every other value.
+inline constexpr double kNoFit = -1.0;
+
+/// The loops of one build.
+struct Kernels {
+  WindowKernel sum;
+  WindowKernel mean;
+  WindowKernel weightedMean;
+  /// NaN is passed over; a window of nothing else gives -infinity and infinity.
+  WindowKernel highest;
+  WindowKernel lowest;
+  /// Standard deviation, divided by n.
+  WindowKernel deviation;
+  /// Of the least-squares line: its slope, its value `distance` bars newer than the middle of the window, and
+  /// how well it fits, 0 to 1.
+  WindowKernel lineSlope;
+  void (*lineValue)(const double *x, int from, int to, int n, double distance, double *out);
+  WindowKernel lineFit;
+  /// Of two series; 0.0 where one of them does not vary.
+  void (*correlation)(const double *x, const double *y, int from, int to, int n, double *out);
+};
+
+/// What a build was made for.
+enum class Instructions : unsigned char { Baseline, Avx2 };
+
+/// The loops of the build that was chosen.
+const Kernels &ActiveKernels();
+
+/// Takes the loops of that build from now on, for tests and benchmarks. \return false, with nothing changed,
+/// where this program or this processor has no such build.
+bool UseInstructions(Instructions instructions);
+
+/// The build that is in use.
+Instructions InstructionsInUse();
+
+}  // namespace trovenu

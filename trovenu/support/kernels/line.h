@@ -1,0 +1,161 @@
+#pragma once
+
+/// \file
+/// The least-squares line through a window.
+
+#include "trovenu/support/kernels/block_shares.h"
+#include "trovenu/support/kernels/long_windows.h"
+
+namespace trovenu {
+namespace {
+
+// A block carries the sum of its elements and `rise`, twice the sum of the elements times their distance from
+// the middle of the block, positive towards its newer end. The elements of equal bars cancel exactly.
+struct LineOfBars {
+  static constexpr int kOperands = 1;
+  struct Block {
+    FourBars sum;
+    FourBars rise;
+  };
+  struct Total {
+    FourBars sum;
+    FourBars rise;
+    FourBars longest;
+  };
+  const double *operand[kOperands];
+  int n;
+  BlockShares shares;
+  // Takes `rise` of the window to its slope; 0 for a single bar.
+  double perRise;
+
+  TROVENU_INLINE Block One(int i) const { return {Load(operand[0] + i), All(0.0)}; }
+  TROVENU_INLINE Block Two(int i) const {
+    const FourBars newer = Load(operand[0] + i);
+    const FourBars older = Load(operand[0] + i - 1);
+    return {newer + older, newer - older};
+  }
+  TROVENU_INLINE static Block Merge(const Block &newer, const Block &older, BlockPlace at) {
+    const FourBars apart = newer.sum - older.sum;
+    return {newer.sum + older.sum, (newer.rise + older.rise) + All(at.size) * apart};
+  }
+  TROVENU_INLINE static Block Earlier(const Block &before, const Block &now) {
+    return {TwoBarsEarlier(before.sum, now.sum), TwoBarsEarlier(before.rise, now.rise)};
+  }
+  TROVENU_INLINE static Total Begin(const Block &block, BlockPlace /*at*/) {
+    return {block.sum, block.rise, block.sum};
+  }
+  // The middle of a block lies off that of the window, twice as many bars as `off` says. Those of all blocks
+  // balance, so that what the longest one adds may be taken off from the others.
+  TROVENU_INLINE void Add(Total &total, const Block &block, BlockPlace at) const {
+    const int off = n - at.size - 2 * at.lag;
+    const FourBars apart = block.sum - total.longest * shares.Share(at.size);
+    total.rise = total.rise + (block.rise + All(off) * apart);
+    total.sum = total.sum + block.sum;
+  }
+};
+
+// Least squares with deviations d from the block's first element and lags counted back from the newest bar:
+// slope = (mean lag * sum d - sum (lag * d)) / sum (lag - mean lag)^2.
+struct LongLine {
+  struct Part {
+    double sum;
+    double lagged;
+    double squares;
+    int count;
+  };
+  // What a window's line comes to.
+  struct Line {
+    double mean;
+    double slope;
+    double squares;
+  };
+  const double *x;
+  double n;
+
+  static Part None() { return {0.0, 0.0, 0.0, 0}; }
+  void Append(Part &part, int i, int block) const {
+    const double d = x[i] - x[block];
+    part.lagged += part.sum;
+    part.sum += d;
+    part.squares += d * d;
+  }
+  void Prepend(Part &part, int i, int block) const {
+    const double d = x[i] - x[block];
+    part.lagged += part.count * d;
+    part.sum += d;
+    part.squares += d * d;
+    ++part.count;
+  }
+  double LagSquares() const { return n * (n * n - 1.0) / 12.0; }
+  Line Fit(const Part &older, const Part &newer, int newerCount) const {
+    const double sum = older.sum + newer.sum;
+    const double lagged = newer.lagged + (older.lagged + newerCount * older.sum);
+    const double slope = n == 1.0 ? 0.0 : ((n - 1.0) / 2.0 * sum - lagged) / LagSquares();
+    return {sum / n, slope, older.squares + newer.squares - sum * (sum / n)};
+  }
+};
+
+struct LongLineSlope : LongLine {
+  double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
+    return Fit(older, newer, newerCount).slope;
+  }
+};
+
+struct LongLineValue : LongLine {
+  double distance;
+
+  double Value(const Part &older, const Part &newer, int newerCount, int, int block) const {
+    const Line line = Fit(older, newer, newerCount);
+    return x[block] + (line.mean + line.slope * distance);
+  }
+};
+
+struct LongLineFit : LongLine {
+  double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
+    const Line line = Fit(older, newer, newerCount);
+    if (line.squares <= 0.0) return kNoFit;
+    return line.slope * line.slope * LagSquares() / line.squares;
+  }
+};
+
+double SlopePerRise(int n) {
+  const double count = n;
+  return n == 1 ? 0.0 : 6.0 / (count * (count * count - 1.0));
+}
+
+struct LineSlopeOfBars : LineOfBars {
+  static constexpr bool kFlatIsElement = false;
+
+  TROVENU_INLINE FourBars Value(const Total &total) const { return total.rise * All(perRise); }
+};
+
+struct LineValueOfBars : LineOfBars {
+  static constexpr bool kFlatIsElement = true;
+  double ahead;
+
+  TROVENU_INLINE FourBars Value(const Total &total) const {
+    return total.sum / All(n) + total.rise * All(ahead);
+  }
+};
+
+void LineSlope(const double *x, int from, int to, int n, double *out) {
+  if (n > kLongestShortWindow) {
+    return SlideLongWindows(LongLineSlope{{x, static_cast<double>(n)}}, from, to, n, out);
+  }
+  SlideShortWindows(LineSlopeOfBars{{{x}, n, BlockShares(n), SlopePerRise(n)}}, from, to, n, out);
+}
+
+void LineValue(const double *x, int from, int to, int n, double distance, double *out) {
+  if (n > kLongestShortWindow) {
+    return SlideLongWindows(LongLineValue{{x, static_cast<double>(n)}, distance}, from, to, n, out);
+  }
+  const double perRise = SlopePerRise(n);
+  SlideShortWindows(LineValueOfBars{{{x}, n, BlockShares(n), perRise}, perRise * distance}, from, to, n, out);
+}
+
+void LineFit(const double *x, int from, int to, int n, double *out) {
+  SlideLongWindows(LongLineFit{{x, static_cast<double>(n)}}, from, to, n, out);
+}
+
+}  // namespace
+}  // namespace trovenu
