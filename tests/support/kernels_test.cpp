@@ -103,6 +103,48 @@ TEST(Kernels, GiveTheSameBitsInBothBuildsFromEveryBarOn) {
   }
 }
 
+// What runs from its first bar on: both builds alike, and no value depends on newer bars.
+TEST(Kernels, WalkAlikeInBothBuildsHoweverManyBarsFollow) {
+  const Values x = RandomWalk(300, 3.0, 4);
+  Values high = x;
+  Values low = x;
+  const Values spread = RandomWalk(300, 2.0, 5);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    high[i] += std::fabs(spread[i] - 1000.0);
+    low[i] -= std::fabs(spread[i] - 1001.0);
+  }
+  const auto run = [&](Instructions instructions, int what, int to) {
+    const Using build(instructions);
+    const Kernels &kernels = ActiveKernels();
+    Values out(x.size(), -1.0);
+    const int n = 1 + what / 4;
+    out[5] = x[5] + 0.5;
+    if (what % 4 == 0) kernels.exponential(x.data(), 5, to, 2.0 / (n + 1), out.data());
+    if (what % 4 == 1) kernels.relativeStrength(x.data(), 5 + n, to, n, out.data());
+    if (what % 4 == 2) {
+      const ParabolicStart start{n % 2 == 0, 990.0, 1010.0, 0.02, 0.001 * n, 0.2};
+      kernels.parabolic(high.data(), low.data(), start, 3, to, out.data());
+    }
+    if (what % 4 == 3) {
+      Values price(x.size());
+      kernels.typicalPrice(high.data(), low.data(), x.data(), 1, to, price.data());
+      if (to <= n) return out;
+      kernels.mean(price.data(), n, to, n, out.data());
+      kernels.channelIndex(price.data(), n, to, n, out.data());
+    }
+    return out;
+  };
+  for (int what = 0; what < 4 * 25; ++what) {
+    const Values whole = run(Instructions::Baseline, what, 300);
+    for (int to = 30 + what; to < 300; to += to < 150 + what ? 1 : 41) {
+      const Values part = run(Instructions::Avx2, what, to);
+      for (std::size_t i = 0; i < static_cast<std::size_t>(to); ++i) {
+        ASSERT_TRUE(Same(part[i], whole[i])) << what << " to " << to << " bar " << i;
+      }
+    }
+  }
+}
+
 TEST(Kernels, KeepWhatIsNoNumberWithinItsWindows) {
   const Values awkward = Awkward(1);
   Values x = awkward;

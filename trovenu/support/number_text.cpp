@@ -41,16 +41,14 @@ bool IsTooLarge(std::string_view text) {
   return exponent + point - first > 0;
 }
 
-/// As `FixedText`, without the sign of a zero.
+}  // namespace
+
 std::string PlainFixedText(double value, int decimals) {
   std::string text = FixedText(value, decimals);
-  if (text[0] == '-' && std::isfinite(value) && text.find_first_of("123456789") == std::string::npos) {
-    text.erase(0, 1);
-  }
+  const bool mayBeZero = value > -1.0 && text[0] == '-';
+  if (mayBeZero && text.find_first_of("123456789") == std::string::npos) text.erase(0, 1);
   return text;
 }
-
-}  // namespace
 
 std::size_t ParseNumber(std::string_view text, double *value) {
   const bool negative = !text.empty() && text[0] == '-';

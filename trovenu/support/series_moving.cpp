@@ -100,12 +100,7 @@ void SVector::CalcEAvg(const SVector &source, int n) {
   FillMoving(*this, source, n, [n](const double *x, int first, int end, double *out) {
     const int seed = first + n - 1;
     ActiveKernels().mean(x, seed, seed + 1, n, out);
-    const double factor = 2.0 / (static_cast<double>(n) + 1.0);
-    double average = out[seed];
-    for (int i = seed + 1; i < end; ++i) {
-      average += factor * (x[i] - average);
-      out[i] = average;
-    }
+    ActiveKernels().exponential(x, seed, end, 2.0 / (static_cast<double>(n) + 1.0), out);
   });
 }
 

@@ -6,14 +6,12 @@
 namespace trovenu {
 
 bool TableCursor::Open(const std::string &path) {
-  WriteCollected();
   const bool opened = file_.Open(path);
   MoveFirst();
   return opened;
 }
 
 void TableCursor::Close() {
-  WriteCollected();
   file_.Close();
   MoveFirst();
 }
@@ -79,7 +77,8 @@ bool TableCursor::SetValue(const char *field, const char *value) {
     record_.assign(record, file_.Format().RecordSize());
     pending_ = Pending::Changed;
   }
-  PutFieldValue(record_.data(), file_.Format().Fields()[static_cast<std::size_t>(at)], value);
+  const std::string_view text = value == nullptr ? std::string_view() : value;
+  PutFieldValue(record_.data(), file_.Format().Fields()[static_cast<std::size_t>(at)], text);
   return true;
 }
 
@@ -87,22 +86,19 @@ bool TableCursor::Write() {
   const Pending pending = pending_;
   pending_ = Pending::Nothing;
   if (pending == Pending::Changed) return file_.Replace(index_, record_);
-  if (pending != Pending::New) return false;
-  if (collecting_) {
-    collected_ += record_;
-    return true;
-  }
-  if (!file_.Append(record_)) return false;
+  if (pending != Pending::New || !file_.Append(record_)) return false;
   index_ = file_.RecordCount() - 1;
   return true;
 }
 
-bool TableCursor::WriteCollected() {
-  collecting_ = false;
-  const std::string records = std::move(collected_);
-  collected_.clear();
-  if (records.empty()) return true;
-  if (!file_.Append(records)) return false;
+bool TableCursor::AppendAll(int count, const std::function<void(char *record, int i)> &fill) {
+  if (!IsOpen() || count < 0) return false;
+  pending_ = Pending::Nothing;
+  if (count == 0) return true;
+  const std::size_t size = file_.Format().RecordSize();
+  std::string records(size * static_cast<std::size_t>(count), ' ');
+  for (int i = 0; i < count; ++i) fill(records.data() + size * static_cast<std::size_t>(i), i);
+  if (!file_.Append(std::move(records))) return false;
   index_ = file_.RecordCount() - 1;
   return true;
 }

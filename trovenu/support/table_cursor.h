@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -40,12 +41,11 @@ class TableCursor {
   bool BeginAppend();
   /// Sets a field of the new record or, if none was started, of a copy of the one at the place.
   bool SetValue(const char *field, const char *value);
-  /// Writes the record and stands at it; a new one while records are collected only joins them.
+  /// Writes the record and stands at it.
   bool Write();
-  /// New records are kept from here on, until `WriteCollected` adds them to the table together.
-  void CollectRecords() { collecting_ = true; }
-  /// Stands at the last of them. True if there were none.
-  bool WriteCollected();
+  /// Adds `count` records in one write and stands at the last one. `fill(record, i)` writes record i, which
+  /// comes blank.
+  bool AppendAll(int count, const std::function<void(char *record, int i)> &fill);
   bool IsWriting() const { return pending_ != Pending::Nothing; }
 
  private:
@@ -57,8 +57,6 @@ class TableCursor {
   std::uint32_t index_ = 0;
   Pending pending_ = Pending::Nothing;
   std::string record_;
-  bool collecting_ = false;
-  std::string collected_;
 };
 
 }  // namespace trovenu

@@ -232,12 +232,13 @@ std::uint32_t CountFrom(const char *bytes) {
   return count;
 }
 
-void PutFieldValue(char *record, const TableField &field, const char *value) {
+void PutFieldValue(char *record, const TableField &field, std::string_view value) {
   char *const to = record + field.offset;
-  const std::size_t size = CutAtCharacter(value, field.width);
+  const std::size_t size =
+      value.size() <= field.width ? value.size() : CutAtCharacter(value.data(), field.width);
   std::memset(to, ' ', field.width);
   if (size == 0) return;
-  std::memcpy(to, value, size);
+  std::memcpy(to, value.data(), size);
   // Blanks at the end would be taken for filling.
   if (value[size - 1] == ' ' && size < field.width) to[size] = '\0';
 }

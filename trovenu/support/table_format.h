@@ -85,8 +85,9 @@ class TROVENU_API TableFormat {
 std::string CountBytes(std::uint32_t count);
 std::uint32_t CountFrom(const char *bytes);
 
-/// Writes a value to its place in a record. One that is wider than the field is cut at a whole character.
-TROVENU_API void PutFieldValue(char *record, const TableField &field, const char *value);
+/// Writes a value to its place in a record. One that is wider than the field is cut at a whole character. A
+/// zero byte ends a value when it is read.
+TROVENU_API void PutFieldValue(char *record, const TableField &field, std::string_view value);
 
 /// The value in a record, as long as the record stays. Blanks that only fill the field are no part of it.
 TROVENU_API std::string_view FieldValue(const char *record, const TableField &field);

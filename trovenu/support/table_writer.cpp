@@ -32,7 +32,7 @@ DB::DB(const char *fileName, int mode) : DB() {
   Show();
 }
 
-DB::~DB() { cursor_->Close(); }
+DB::~DB() = default;
 
 int DB::CreateDB(const char *fileName) {
   cursor_->Close();
@@ -101,10 +101,14 @@ int DB::WriteRecord() {
   return done ? 1 : 0;
 }
 
-void DB::CollectRecords() { cursor_->CollectRecords(); }
+const TableField *DB::FindField(const char *name) const {
+  const TableFormat &format = cursor_->Table().Format();
+  const int at = format.FindField(name);
+  return at < 0 ? nullptr : &format.Fields()[static_cast<std::size_t>(at)];
+}
 
-int DB::WriteCollected() {
-  const bool done = cursor_->WriteCollected();
+int DB::AppendRecords(int count, const std::function<void(char *record, int i)> &fill) {
+  const bool done = cursor_->AppendAll(count, fill);
   Show();
   return done ? 1 : 0;
 }

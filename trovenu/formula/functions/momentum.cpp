@@ -1,7 +1,6 @@
 #include "trovenu/formula/functions/momentum.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "trovenu/formula/messages.h"
 #include "trovenu/support/kernels/kernels.h"
@@ -9,19 +8,8 @@
 namespace trovenu {
 namespace {
 
-struct Change {
-  double rise;
-  double fall;
-};
-
-Change Split(double difference) {
-  return difference >= 0.0 ? Change{difference, 0.0} : Change{0.0, -difference};
-}
-
-double StrengthOf(double rise, double fall) {
-  const double sum = rise + fall;
-  return sum == 0.0 ? 0.0 : 100.0 * rise / sum;
-}
+// Bars that are taken through all steps of a calculation while they are in the cache.
+constexpr int kStripBars = 1024;
 
 Operand RsiRule(Call &call) { return Rsi(call.Bound(Column::Close), call.N(0)); }
 
@@ -46,24 +34,7 @@ SVector Rsi(const SVector &close, int n) {
   SVector result;
   result.BeginResult(close.size, first);
   if (result.size == 0) return SVector();
-  const double *x = close.data;
-  double rise = 0.0;
-  double fall = 0.0;
-  for (int i = first; i > first - n; --i) {
-    const Change change = Split(x[i] - x[i - 1]);
-    rise += change.rise;
-    fall += change.fall;
-  }
-  rise /= n;
-  fall /= n;
-  result.data[first] = StrengthOf(rise, fall);
-  const double kept = static_cast<double>(n) - 1.0;
-  for (int i = first + 1; i < result.size; ++i) {
-    const Change change = Split(x[i] - x[i - 1]);
-    rise = (kept * rise + change.rise) / n;
-    fall = (kept * fall + change.fall) / n;
-    result.data[i] = StrengthOf(rise, fall);
-  }
+  ActiveKernels().relativeStrength(close.data, first, result.size, n, result.data);
   return result;
 }
 
@@ -77,17 +48,23 @@ SVector Cci(const SVector &high, const SVector &low, const SVector &close, int n
   result.BeginResult(close.size, MoveIndex(first, n - 1));
   SVector typical;
   typical.BeginResult(close.size, first);
-  for (int i = first; i < typical.size; ++i) typical.data[i] = (high[i] + low[i] + close[i]) / 3.0;
   const int end = std::min(typical.size, result.size);
   if (end - first < n) return result;
-  double *out = result.data;
-  const double *price = typical.data;
-  ActiveKernels().mean(price, first + n - 1, end, n, out);
-  for (int i = first + n - 1; i < end; ++i) {
-    const double mean = out[i];
-    double deviations = 0.0;
-    for (int j = i - n + 1; j <= i; ++j) deviations += std::fabs(price[j] - mean);
-    out[i] = deviations == 0.0 ? 0.0 : (price[i] - mean) / (0.015 * (deviations / n));
+  const int whole = std::min({high.size, low.size, end});
+  const Kernels &kernels = ActiveKernels();
+  double *const price = typical.data;
+  int priced = first;
+  for (int from = result.startIndex; from < end; from += kStripBars) {
+    const int to = std::min(end, from + kStripBars);
+    if (priced < whole) {
+      const int upTo = std::min(whole, to);
+      kernels.typicalPrice(high.data, low.data, close.data, priced, upTo, price);
+      priced = upTo;
+    }
+    // A series that ends early counts as 0 from there on.
+    for (; priced < to; ++priced) price[priced] = (high[priced] + low[priced] + close[priced]) / 3.0;
+    kernels.mean(price, from, to, n, result.data);
+    kernels.channelIndex(price, from, to, n, result.data);
   }
   return result;
 }

@@ -2,35 +2,21 @@
 
 #include <algorithm>
 
+#include "trovenu/support/kernels/kernels.h"
+
 namespace trovenu {
 namespace {
 
 constexpr double kReversalAcceleration = 0.02;
 constexpr int kBarsBeforeValid = 5;
 
-struct Walker {
-  double step;
-  double maximum;
-  bool rising;
-  double extreme;
-  double stop;
-  double acceleration = kReversalAcceleration;
-
-  // Takes the walk over one bar; `stop` is then the bar's value.
-  void Advance(double high, double low) {
-    stop = (extreme - stop) * acceleration + stop;
-    if (rising ? low < stop : high > stop) {
-      stop = extreme;
-      extreme = rising ? low : high;
-      acceleration = kReversalAcceleration;
-      rising = !rising;
-    } else if (rising ? extreme < high : extreme > low) {
-      extreme = rising ? high : low;
-      const double faster = acceleration + step;
-      acceleration = faster < maximum ? faster : maximum;
-    }
-  }
-};
+// The elements of a series up to `size`, made longer where it ends before; null when memory is exhausted.
+const double *Elements(const SVector &series, int size, SVector &longer) {
+  if (!series.IsConstant() && series.size >= size) return series.data;
+  longer.BeginResult(size, 0);
+  for (int i = 0; i < longer.size; ++i) longer.data[i] = series[i];
+  return longer.size == size ? longer.data : nullptr;
+}
 
 Operand SarRule(Call &call) {
   return Parabolic(call.Bound(Column::High), call.Bound(Column::Low), call.Bound(Column::Close), call.X(0)[0],
@@ -62,14 +48,18 @@ SVector Parabolic(const SVector &high, const SVector &low, const SVector &close,
   const bool rising = close[first] < close[first + 1];
   const double highest = high[high.startIndex];
   const double lowest = low[low.startIndex];
-  Walker walker{step, maximum, rising, rising ? highest : lowest, rising ? lowest : highest};
+  const double extreme = rising ? highest : lowest;
+  const double opposite = rising ? lowest : highest;
   // Required: the second bar moves by the step and not by the acceleration.
-  walker.stop = (walker.extreme - walker.stop) * step + walker.stop;
-  result.data[first + 1] = walker.stop;
-  for (int i = first + 2; i < result.size; ++i) {
-    walker.Advance(high[i], low[i]);
-    result.data[i] = walker.stop;
-  }
+  const double stop = (extreme - opposite) * step + opposite;
+  result.data[first + 1] = stop;
+  SVector longerHigh;
+  SVector longerLow;
+  const double *const highs = Elements(high, result.size, longerHigh);
+  const double *const lows = Elements(low, result.size, longerLow);
+  if (highs == nullptr || lows == nullptr) return SVector();
+  ActiveKernels().parabolic(highs, lows, {rising, stop, extreme, kReversalAcceleration, step, maximum},
+                            first + 2, result.size, result.data);
   return result;
 }
 

@@ -13,9 +13,11 @@
 
 #if defined(__GNUC__)
 #define TROVENU_INLINE inline __attribute__((always_inline))
+#define TROVENU_INLINE_LAMBDA __attribute__((always_inline))
 #define TROVENU_NO_INLINE __attribute__((noinline))
 #else
 #define TROVENU_INLINE inline
+#define TROVENU_INLINE_LAMBDA
 #define TROVENU_NO_INLINE
 #endif
 
@@ -52,6 +54,7 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
 }
 
 TROVENU_INLINE Part RootOf(Part x) { return _mm256_sqrt_pd(x); }
+TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm256_max_pd(x, y); }
 TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm256_min_pd(x, y); }
 
@@ -93,10 +96,12 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
 
 #if defined(__SSE2__)
 TROVENU_INLINE Part RootOf(Part x) { return _mm_sqrt_pd(x); }
+TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm_max_pd(x, y); }
 TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm_min_pd(x, y); }
 #else
 TROVENU_INLINE Part RootOf(Part x) { return Part{std::sqrt(x[0]), std::sqrt(x[1])}; }
+TROVENU_INLINE Part MagnitudeOf(Part x) { return Part{std::fabs(x[0]), std::fabs(x[1])}; }
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return x > y ? x : y; }
 TROVENU_INLINE Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
 #endif
@@ -131,6 +136,7 @@ FourBars Each(FourBars a, FourBars b, Operation operation) {
 }
 
 inline Part RootOf(Part x) { return std::sqrt(x); }
+inline Part MagnitudeOf(Part x) { return std::fabs(x); }
 inline Part LargerOf(Part x, Part y) { return x > y ? x : y; }
 inline Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
 
@@ -170,6 +176,23 @@ TROVENU_INLINE FourBars ZeroWhereZero(FourBars test, FourBars value) {
 TROVENU_INLINE FourBars SquareRoot(FourBars a) {
   return Each(a, [](Part x) { return RootOf(x); });
 }
+
+TROVENU_INLINE FourBars Magnitude(FourBars a) {
+  return Each(a, [](Part x) { return MagnitudeOf(x); });
+}
+
+/// A number as the first element of a part, and that element.
+TROVENU_INLINE Part Single(double number) { return Part{number}; }
+TROVENU_INLINE double First(Part part) {
+#if defined(__GNUC__)
+  return part[0];
+#else
+  return part;
+#endif
+}
+
+/// `value` where a is below b, else `other`; no branch is taken.
+TROVENU_INLINE Part WhereBelow(Part a, Part b, Part value, Part other) { return a < b ? value : other; }
 
 }  // namespace
 }  // namespace trovenu

@@ -15,6 +15,17 @@ using WindowKernel = void (*)(const double *x, int from, int to, int n, double *
 /// What `lineFit` gives where all elements of a window are equal; below every other value.
 inline constexpr double kNoFit = -1.0;
 
+/// Where the walk of the parabolic stop-and-reverse stands, and its parameters.
+struct ParabolicStart {
+  bool rising;
+  double stop;
+  double extreme;
+  /// That of the next bar, and after every reversal.
+  double acceleration;
+  double step;
+  double maximum;
+};
+
 /// The loops of one build.
 struct Kernels {
   WindowKernel sum;
@@ -32,6 +43,20 @@ struct Kernels {
   WindowKernel lineFit;
   /// Of two series; 0.0 where one of them does not vary.
   void (*correlation)(const double *x, const double *y, int from, int to, int n, double *out);
+
+  /// Exponential average: `out[seed]` is given, every bar i after it up to `to` - 1 becomes
+  /// `out[i - 1] + factor * (x[i] - out[i - 1])`.
+  void (*exponential)(const double *x, int seed, int to, double factor, double *out);
+  /// Relative strength with Wilder's smoothing, the first value at bar `first`, from n changes.
+  void (*relativeStrength)(const double *x, int first, int to, int n, double *out);
+  /// The mean of high, low and close at each bar.
+  void (*typicalPrice)(const double *high, const double *low, const double *close, int from, int to,
+                       double *out);
+  /// The commodity channel index; `out` holds the means of the windows before.
+  WindowKernel channelIndex;
+  /// The parabolic stop-and-reverse at the bars from `from` to `to` - 1.
+  void (*parabolic)(const double *high, const double *low, const ParabolicStart &start, int from, int to,
+                    double *out);
 };
 
 /// What a build was made for.

@@ -3,10 +3,13 @@
 /// \file
 /// The loops of the build that includes this.
 
+#include "trovenu/support/kernels/channel_index.h"
 #include "trovenu/support/kernels/correlation.h"
 #include "trovenu/support/kernels/deviation.h"
 #include "trovenu/support/kernels/extremes.h"
 #include "trovenu/support/kernels/line.h"
+#include "trovenu/support/kernels/parabolic.h"
+#include "trovenu/support/kernels/smoothing.h"
 #include "trovenu/support/kernels/sums.h"
 #include "trovenu/support/kernels/weighted.h"
 
@@ -24,6 +27,11 @@ constexpr Kernels kKernels = {
     .lineValue = LineValue,
     .lineFit = LineFit,
     .correlation = Correlation,
+    .exponential = Exponential,
+    .relativeStrength = RelativeStrength,
+    .typicalPrice = TypicalPrice,
+    .channelIndex = ChannelIndex,
+    .parabolic = Parabolic,
 };
 
 }  // namespace
