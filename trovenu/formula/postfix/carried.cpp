@@ -83,15 +83,18 @@ Value::Kind ResultOf(const Function &function, const std::vector<Value> &args, b
     return std::count_if(args.begin(), args.end(), [&](const Value &x) { return x.kind == kind; });
   };
   const auto numbers = count(Value::Kind::Number) - (isLagged ? 1 : 0);
+  if (function.id == FunctionId::Ref) return args[0].kind;
   if (function.id == FunctionId::Shift || count(Value::Kind::Other) > 0) return Value::Kind::Other;
   // A period, and no number where a series may stand: its single element would be the size of the result.
   const bool hasSeriesOnly = count(Value::Kind::Bars) > 0 && numbers <= 1;
   switch (function.id) {
     case FunctionId::If:
-    case FunctionId::Pow:
       return count(Value::Kind::Bars) > 0 ? Value::Kind::Bars : Value::Kind::Other;
+    case FunctionId::Pow:
+      return count(Value::Kind::Bars) > 0 ? Value::Kind::Bars : Value::Kind::Number;
     case FunctionId::Min:
     case FunctionId::Max:
+      if (count(Value::Kind::Bars) == 0) return Value::Kind::Number;
       return numbers == 0 ? Value::Kind::Bars : Value::Kind::Other;
     default:
       return args.empty() || hasSeriesOnly ? Value::Kind::Bars : Value::Kind::Other;
@@ -367,9 +370,11 @@ class TextReader {
     const Operation *const row = trovenu::FindOperation(kFirstUserCode + index);
     if (row == nullptr || row->most < row->least) return Refuse(kNotCallable, name);
     if (std::ranges::find(running_, index) != running_.end()) return Refuse(kRecursive, name);
+    const auto leftBefore = static_cast<std::ptrdiff_t>(left_.size());
     const std::vector<Value> args = Arguments();
     if (IsRefused()) return {};
     const SFunction &function = (*functions_)[index];
+    const std::vector<SString> leftByArguments(left_.begin() + leftBefore, left_.end());
     std::size_t parameters = 0;
     while (parameters < kParameters && !function.VarName[parameters].IsEmpty()) ++parameters;
     if (args.size() != parameters && (parameters == 0 || args.size() != parameters + 1)) {
@@ -381,7 +386,8 @@ class TextReader {
     TextReader body(functions_, std::move(running), findings_);
     for (std::size_t i = 0; i < parameters; ++i) {
       const SString &parameter = function.VarName[i];
-      if (FindName(parameter.c_str()) != nullptr || body.FindVariable(parameter) != nullptr) {
+      if (FindName(parameter.c_str()) != nullptr || body.FindVariable(parameter) != nullptr ||
+          (parameters > 1 && Contains(leftByArguments, parameter))) {
         return Refuse(kSharedName, name);
       }
       body.Bind(parameter, args[i]);
@@ -392,6 +398,7 @@ class TextReader {
     for (const SString &set : body.Names()) {
       if (FindVariable(set) != nullptr) return Refuse(kSharedName, name);
       called_.push_back(set);
+      if (args.size() > parameters) left_.push_back(set);
     }
     if (result.isName) return Refuse(kNameResult, name);
     Occupy(-static_cast<int>(args.size()));
@@ -408,6 +415,9 @@ class TextReader {
   std::vector<Variable> variables_;
   // Variables that called functions have set.
   std::vector<SString> called_;
+  // Those of calls with a shift as last argument. The direct path does not give them back, so that such a
+  // call among the arguments of another changes the parameters that this one has taken before.
+  std::vector<SString> left_;
   bool isStart_ = false;
   int nesting_ = 0;
   int depth_ = 0;
