@@ -200,7 +200,10 @@ class SCalc::Compiler {
   int TopCode() const { return waiting_.Items[static_cast<std::size_t>(waiting_.Top)].OpCode; }
 
   void Wait(const SStackItem &item) {
-    if (waiting_.IsFull()) ++calc_.itemsDropped;
+    if (waiting_.IsFull()) {
+      ++calc_.itemsDropped;
+      return;
+    }
     waiting_.Push(item);
     if (item.OpCode == kOpenCode) openedAt_[waiting_.Top] = out_.Top + 1;
   }
