@@ -84,6 +84,7 @@ TEST_F(ScreenTest, RefusesWhatItCantRun) {
     const char *message;
   } kCases[] = {
       {{"c+", "--bars", Symbols()}, 1, "trovenu: formula 1 \"c+\": "},
+      {{"", "--bars", Symbols()}, 1, "the condition has no formula"},
       {{"c", "--bars", Path("*.bars")}, 1, "no such files"},
       {{"v>1", "--bars", Path("a*")},
        1,

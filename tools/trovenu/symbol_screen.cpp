@@ -94,6 +94,7 @@ void Prepare(Screen &screen) {
   Bars sample = SampleBars();
   SIndex &condition = screen.condition;
   RequireSound(condition, sample, screen.functions);
+  if (condition.ConvExpression[0].IsEmpty()) throw Failure("the condition has no formula");
   screen.formula = InUtf8(condition.ConvExpression[0]);
   condition.SetFunction(&screen.functions);
   const int least = condition.GetMinDataSize();
