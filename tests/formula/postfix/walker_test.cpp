@@ -139,6 +139,11 @@ TEST(Walker, CallsUserFunctions) {
     EXPECT_EQ(program.Run()[3], last) << formula;
     EXPECT_EQ(program.calc.errorCount, 0) << formula;
   }
+  // The direct path allows 50 calls.
+  std::string calls = "c";
+  for (int i = 0; i < 25; ++i) calls = "twice(" + calls + ")";
+  EXPECT_EQ(FindNotCarried((calls + "+" + calls).c_str(), &list).reason, nullptr);
+  EXPECT_NE(FindNotCarried(("twice(" + calls + ")+" + calls).c_str(), &list).reason, nullptr);
   Program recursive("again(c)", &list);
   recursive.Run();
   EXPECT_EQ(Readable(recursive.Message()), "함수식이 너무 복잡합니다.");

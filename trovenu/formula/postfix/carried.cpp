@@ -106,6 +106,8 @@ struct Findings {
   NotCarried fault;
   // A power may be no number.
   bool hasPower = false;
+  // Calls of user functions, of which the direct path allows so many.
+  int userCalls = 0;
 };
 
 // Reads one text, the formula or the body of a user function.
@@ -370,6 +372,7 @@ class TextReader {
     const Operation *const row = trovenu::FindOperation(kFirstUserCode + index);
     if (row == nullptr || row->most < row->least) return Refuse(kNotCallable, name);
     if (std::ranges::find(running_, index) != running_.end()) return Refuse(kRecursive, name);
+    if (++findings_.userCalls > kUserCallLimit) return Refuse(kReadOtherwise);
     const auto leftBefore = static_cast<std::ptrdiff_t>(left_.size());
     const std::vector<Value> args = Arguments();
     if (IsRefused()) return {};
