@@ -113,8 +113,10 @@ struct Findings {
 // Reads one text, the formula or the body of a user function.
 class TextReader {
  public:
-  TextReader(const SFunctionList *functions, std::vector<int> running, Findings &findings)
-      : functions_(functions), running_(std::move(running)), findings_(findings) {}
+  TextReader(SFunctionList *functions, std::vector<int> running, Findings &findings)
+      : functions_(functions), running_(std::move(running)), findings_(findings) {
+    lexer_.SetFunction(functions);
+  }
 
   void Bind(const SString &name, Value value) {
     value.isName = false;
@@ -410,7 +412,7 @@ class TextReader {
     return {result.kind};
   }
 
-  const SFunctionList *functions_;
+  SFunctionList *functions_;
   // The user functions whose bodies are being read.
   std::vector<int> running_;
   Findings &findings_;
@@ -429,7 +431,7 @@ class TextReader {
 
 }  // namespace
 
-NotCarried FindNotCarried(const char *text, const SFunctionList *functions) {
+NotCarried FindNotCarried(const char *text, SFunctionList *functions) {
   Findings findings;
   NotCarried &fault = findings.fault;
   TextReader reader(functions, {}, findings);

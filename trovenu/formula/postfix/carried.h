@@ -19,6 +19,6 @@ struct TROVENU_API NotCarried {
 /// Reads a formula as the direct path does and follows what its program will do, by the tables of both paths.
 /// It is on the safe side: some formulas are refused that would give the same values. A faulty formula is
 /// refused, too. The functions are those that the formula may call, null for none.
-TROVENU_API NotCarried FindNotCarried(const char *text, const SFunctionList *functions);
+TROVENU_API NotCarried FindNotCarried(const char *text, SFunctionList *functions);
 
 }  // namespace trovenu
