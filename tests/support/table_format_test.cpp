@@ -65,7 +65,7 @@ TEST(FieldValueTest, WiderValuesAreCutAtACharacter) {
       // Only blanks that fill the last bytes of a field can't be told from filling.
       {"ab ", 3, "ab"},
       {"ab ", 4, "ab "},
-      {nullptr, 3, ""},
+      {"", 3, ""},
   };
   for (const auto &row : kRows) {
     const TableField field = {"f", 'C', 1, static_cast<std::size_t>(row.width)};

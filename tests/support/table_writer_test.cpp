@@ -8,6 +8,7 @@
 #include "tests/platform/write_faults.h"
 #include "tests/support/awkward_texts.h"
 #include "tests/support/table_maker.h"
+#include "trovenu/support/table_format.h"
 
 namespace trovenu::tests {
 
@@ -41,33 +42,33 @@ TEST(DBTest, AnyTextComesBackAndIsFound) {
   }
 }
 
-TEST(DBTest, CollectedRecordsAreCountedTogether) {
+TEST(DBTest, RecordsOfOneWriteAreThereWholeOrNotAtAll) {
   const TempFolder folder;
   const std::string path = folder.Path("a.rpt");
+  const auto add = [&path](int first, int count) {
+    DB table(path.c_str());
+    const auto put = [&](char *record, const char *field, const std::string &value) {
+      PutFieldValue(record, *table.FindField(field), value);
+    };
+    return table.AppendRecords(count, [&](char *record, int i) {
+      const std::string text = std::to_string(first + i);
+      put(record, "Name", "name " + text);
+      put(record, "longerfieldname", std::string(200, 'x') + text);
+      put(record, "Value", text);
+    });
+  };
+  EXPECT_EQ(add(0, 1), 0);
   MakeTable(path, 2);
-  DB table(path.c_str());
-  table.CollectRecords();
-  for (int i = 2; i < 5; ++i) EXPECT_NE(AddRecord(&table, i), 0);
-  EXPECT_EQ(CountRecords(path), 2);
-  EXPECT_NE(table.WriteCollected(), 0);
-  EXPECT_TRUE(IsRecord(table, 4));
+  EXPECT_NE(add(2, 0), 0);
+  EXPECT_NE(add(2, 3), 0);
   EXPECT_EQ(CountRecords(path), 5);
-  {
-    DB other(path.c_str());
-    other.CollectRecords();
-    AddRecord(&other, 5);
-  }
-  EXPECT_EQ(CountRecords(path), 6);
+  EXPECT_EQ(DB(path.c_str()).FindField("none"), nullptr);
   if (!CanStopWrites()) GTEST_SKIP() << "writes can't be stopped here";
   bool finished = false;
   for (std::size_t stopAt = 0; !finished; ++stopAt) {
     ASSERT_LT(stopAt, 100u);
     MakeTable(path, 1);
-    finished = StopAtWrite(stopAt, 50, [&] {
-                 DB writer(path.c_str());
-                 writer.CollectRecords();
-                 for (int i = 1; i < 4; ++i) AddRecord(&writer, i);
-               }).finished;
+    finished = StopAtWrite(stopAt, 50, [&] { add(1, 3); }).finished;
     const int records = CountRecords(path);
     EXPECT_TRUE(records >= 1 && records <= 4 && (records == 4 || !finished)) << stopAt << ' ' << records;
   }

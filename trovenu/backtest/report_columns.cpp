@@ -1,19 +1,18 @@
 #include "trovenu/backtest/report_columns.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
+#include "trovenu/platform/print_format.h"
 #include "trovenu/support/date_number.h"
 #include "trovenu/support/korean.h"
-#include "trovenu/support/number_text.h"
 
 namespace trovenu {
 namespace {
 
 constexpr int kPathWidth = 200;
 constexpr int kTextWidth = 50;
-// The width that texts of figures are asked for; they are not filled up to it.
-constexpr int kNumberWidth = 15;
 
 constexpr TextColumn<SSummaryInfo> kRunColumns[] = {
     {"SumFileName", kPathWidth, &SSummaryInfo::SumFileName},
@@ -43,46 +42,61 @@ constexpr TextColumn<SSummary> kSummaryColumns[] = {
     {"Value2", kTextWidth, &SSummary::Value2},
 };
 
+void PutText(std::span<char> field, std::string_view text) { text.copy(field.data(), field.size()); }
+
 template <int kColumn, int kDecimals>
-SString Number(const SVector *history, int trade) {
-  return FloatToStrF(history[kColumn][trade], kNumberWidth, kDecimals);
+void Number(std::span<char> field, const SVector *history, int trade) {
+  PutPlainFixed(field, history[kColumn][trade], kDecimals);
 }
 
 // A factor as the percentage by which it differs from 1.
 template <int kColumn>
-SString Percent(const SVector *history, int trade) {
-  return FloatToStrF(history[kColumn][trade] * 100.0 - 100.0, kNumberWidth, 2);
+void Percent(std::span<char> field, const SVector *history, int trade) {
+  PutPlainFixed(field, history[kColumn][trade] * 100.0 - 100.0, 2);
 }
 
-char DigitOf(int number) { return static_cast<char>('0' + number); }
-
-template <int kColumn>
-SString Day(const SVector *history, int trade) {
-  return FormatValue("%08ld", std::max(GetLongDate(history[kColumn][trade]), 0L));
+// A number at or above 0 with so many digits at least.
+std::string_view DigitsOf(long number, std::size_t count, std::span<char, 16> buffer) {
+  std::size_t begin = buffer.size();
+  for (std::size_t i = 0; i < count || number > 0; ++i, number /= 10) {
+    buffer[--begin] = static_cast<char>('0' + number % 10);
+  }
+  return {buffer.data() + begin, buffer.size() - begin};
 }
 
 template <int kColumn>
-SString Time(const SVector *history, int trade) {
+void Day(std::span<char> field, const SVector *history, int trade) {
+  char buffer[16];
+  PutText(field, DigitsOf(std::max(GetLongDate(history[kColumn][trade]), 0L), 8, buffer));
+}
+
+template <int kColumn>
+void Time(std::span<char> field, const SVector *history, int trade) {
   const double date = history[kColumn][trade];
-  const int hour = GetHour(date);
-  const int minute = GetMinute(date);
-  const char text[] = {DigitOf(hour / 10), DigitOf(hour % 10), ':', DigitOf(minute / 10),
-                       DigitOf(minute % 10)};
-  return SString(std::string_view(text, sizeof text));
+  char buffer[16];
+  std::string text(DigitsOf(GetHour(date), 2, buffer));
+  text += ':';
+  text += DigitsOf(GetMinute(date), 2, buffer);
+  PutText(field, text);
 }
 
 bool IsLong(const SVector *history, int trade) { return history[kTradeSide][trade] == double{kLongSide}; }
 
-SString TradeNumber(const SVector * /*history*/, int trade) { return FormatValue("%ld", trade + 1L); }
-
-SString EntryType(const SVector *history, int trade) {
-  return IsLong(history, trade) ? "매수진입"_kr : "매도진입"_kr;
+void TradeNumber(std::span<char> field, const SVector * /*history*/, int trade) {
+  PutPlainFixed(field, trade + 1.0, 0);
 }
 
-SString ExitType(const SVector *history, int trade) {
+void EntryType(std::span<char> field, const SVector *history, int trade) {
+  PutText(field, IsLong(history, trade) ? "매수진입"_kr : "매도진입"_kr);
+}
+
+void ExitType(std::span<char> field, const SVector *history, int trade) {
   const bool open = history[kTradeExitDate][trade] == 0.0;
-  if (IsLong(history, trade)) return open ? "매수유지"_kr : "매수청산"_kr;
-  return open ? "매도유지"_kr : "매도청산"_kr;
+  if (IsLong(history, trade)) {
+    PutText(field, open ? "매수유지"_kr : "매수청산"_kr);
+  } else {
+    PutText(field, open ? "매도유지"_kr : "매도청산"_kr);
+  }
 }
 
 constexpr TradeTableColumn kTradeTableColumns[] = {

@@ -18,11 +18,12 @@ struct TextColumn {
   SString Record::*text;
 };
 
-/// A column of the trade table.
+/// A column of the trade table. `put` writes a value to the front of its field, which is blank, and cuts what
+/// does not fit.
 struct TradeTableColumn {
   const char *name;
   int width;
-  SString (*text)(const SVector *history, int trade);
+  void (*put)(std::span<char> field, const SVector *history, int trade);
 };
 
 std::span<const TextColumn<SSummaryInfo>> RunTableColumns();

@@ -1,6 +1,10 @@
 #include <algorithm>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "trovenu/backtest/report_columns.h"
+#include "trovenu/support/table_format.h"
 #include "trovenu/support/table_writer.h"
 
 namespace trovenu {
@@ -21,20 +25,29 @@ int CreateTable(const SString &fileName, const Columns &columns) {
   return 1;
 }
 
-// Adds `count` records; `text(column, i)` is what a column holds in record i.
-template <class Columns, class Text>
-int InsertRecords(const SString &fileName, const Columns &columns, int count, Text text) {
+// Adds `count` records; `put(record, field, column, i)` writes what a column holds in record i.
+template <class Column, class Put>
+int InsertRecords(const SString &fileName, std::span<const Column> columns, int count, Put put) {
   DB table(fileName.c_str(), 1);
   table.SkipFlush();
   table.MoveFirst(1);
-  table.CollectRecords();
-  for (int i = 0; i < count; ++i) {
-    table.Append("");
-    for (const auto &column : columns) table.InsField(column.name, text(column, i).c_str());
-    table.WriteRecord();
+  std::vector<std::pair<const TableField *, const Column *>> fields;
+  for (const Column &column : columns) {
+    if (const TableField *field = table.FindField(column.name)) fields.emplace_back(field, &column);
   }
-  table.WriteCollected();
+  table.AppendRecords(count, [&](char *record, int i) {
+    for (const auto &[field, column] : fields) put(record, *field, *column, i);
+  });
   return 1;
+}
+
+template <class Record, class RecordAt>
+int InsertTexts(const SString &fileName, std::span<const TextColumn<Record>> columns, int count,
+                RecordAt recordAt) {
+  return InsertRecords(fileName, columns, count,
+                       [&](char *record, const TableField &field, const TextColumn<Record> &column, int i) {
+                         PutFieldValue(record, field, (recordAt(i).*column.text).View());
+                       });
 }
 
 }  // namespace
@@ -50,19 +63,19 @@ int SSimulation::CreateTradingHistoryDB(SString fileName) {
 }
 
 int SSimulation::InsertSummaryDB(SString fileName, SSummaryInfo &info) {
-  return InsertRecords(fileName, RunTableColumns(), 1,
-                       [&info](const auto &column, int) -> const SString & { return info.*column.text; });
+  return InsertTexts(fileName, RunTableColumns(), 1, [&info](int) -> const SSummaryInfo & { return info; });
 }
 
 int SSimulation::InsertIndividualSummaryDB(SString fileName) {
-  return InsertRecords(
-      fileName, SummaryTableColumns(), SummaryCount,
-      [this](const auto &column, int i) -> const SString & { return SummaryRows[i].*column.text; });
+  return InsertTexts(fileName, SummaryTableColumns(), std::min(SummaryCount, kSummaryRows),
+                     [this](int i) -> const SSummary & { return SummaryRows[i]; });
 }
 
 int SSimulation::InsertTradingHistoryDB(SString fileName) {
   return InsertRecords(fileName, TradeTableColumns(), History[kTradeSide].GetSize(),
-                       [this](const auto &column, int i) { return column.text(History, i); });
+                       [this](char *record, const TableField &field, const TradeTableColumn &column, int i) {
+                         column.put({record + field.offset, field.width}, History, i);
+                       });
 }
 
 }  // namespace trovenu

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdarg>
+#include <span>
 #include <string>
 
 #include "trovenu/platform/export.h"
@@ -27,6 +28,12 @@ inline constexpr int kWidestField = 4095;
 
 /// `value` with that many decimals, as "%.*f". Fewer than 0 decimals count as 0.
 TROVENU_API std::string FixedText(double value, int decimals);
+
+/// The same without the sign of a zero.
+std::string PlainFixedText(double value, int decimals);
+
+/// That text as far as it fits into `out`. Behind it `out` stays as it was.
+void PutPlainFixed(std::span<char> out, double value, int decimals);
 
 /// `value` with at most that many significant digits, as "%.*g". Fewer than 1 digit counts as 1.
 TROVENU_API std::string GeneralText(double value, int digits);

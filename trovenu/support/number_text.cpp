@@ -43,13 +43,6 @@ bool IsTooLarge(std::string_view text) {
 
 }  // namespace
 
-std::string PlainFixedText(double value, int decimals) {
-  std::string text = FixedText(value, decimals);
-  const bool mayBeZero = value > -1.0 && text[0] == '-';
-  if (mayBeZero && text.find_first_of("123456789") == std::string::npos) text.erase(0, 1);
-  return text;
-}
-
 std::size_t ParseNumber(std::string_view text, double *value) {
   const bool negative = !text.empty() && text[0] == '-';
   const std::size_t sign = negative || (!text.empty() && text[0] == '+') ? 1 : 0;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 #include "trovenu/platform/export.h"
@@ -29,9 +28,6 @@ TROVENU_API long AnsiStringToInt(const SString &text, long defaultValue = 0);
 /// `value` in fixed notation with that many decimals, rounded as printf does, and without a sign where only
 /// zeros are left. It is not filled up to `width`. Fewer than 0 decimals count as 0.
 TROVENU_API SString FloatToStrF(double value, int width, int decimals);
-
-/// The same text, for the library's own use.
-std::string PlainFixedText(double value, int decimals);
 
 /// The text that printf would write.
 TROVENU_API SString FormatValue(const char *format, ...) TROVENU_PRINTF_LIKE(1, 2);
