@@ -21,8 +21,8 @@ TEST(LongWindows, CoversExactlyTheBarsOfEachWindow) {
     total.push_back(total.back() + x.back());
   }
   std::vector<double> out(static_cast<std::size_t>(size));
-  const int group = kWindowStrip * kWindowStrip;
-  for (const int n : {36, 37, 511, 512, 513, 1025, group, group + 1, group + kWindowStrip + 1, 300001}) {
+  const int group = kWindowStrip * kWindowEdges;
+  for (const int n : {36, 37, 1023, 1024, 1025, 2049, group, group + 1, group + kWindowStrip + 1, 300001}) {
     for (const int first : {0, 12345}) {
       ActiveKernels().sum(x.data(), first + n - 1, size, n, out.data());
       for (std::size_t i = static_cast<std::size_t>(first + n - 1); i < x.size(); ++i) {

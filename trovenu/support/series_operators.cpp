@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "trovenu/support/kernels/kernels.h"
 #include "trovenu/support/series.h"
 
 // An element depends on the elements of its own index alone, so a loop may be vectorised also where the
@@ -78,6 +79,20 @@ void MapElements(Operation op, const double *a, double *out, int from, int to) {
   for (int i = from; i < to; ++i) out[i] = op(a[i]);
 }
 
+template <class Operation>
+void CombineNumber(Operation op, double number, const double *b, double *out, int from, int to) {
+  MapElements([op, number](double y) { return op(number, y); }, b, out, from, to);
+}
+
+// The choice between the quotient and 0 keeps compilers from vectorising a division.
+void CombineElements(Divide, const double *a, const double *b, double *out, int from, int to) {
+  ActiveKernels().quotients(a, b, from, to, out);
+}
+
+void CombineNumber(Divide, double number, const double *b, double *out, int from, int to) {
+  ActiveKernels().quotientsOfNumber(number, b, from, to, out);
+}
+
 // `out` may hold the operand from which the number was computed.
 void BecomeConstant(SVector &out, double number) {
   out.BeginResult(1, 0);
@@ -115,7 +130,7 @@ void Combine(SVector &out, const SVector &a, const SVector &b, Operation op) {
   const int from = std::max(start, 0);
   if (a.IsConstant()) {
     const double number = a.data[0];
-    MapElements([op, number](double y) { return op(number, y); }, b.data, out.data, from, out.size);
+    CombineNumber(op, number, b.data, out.data, from, out.size);
   } else if (b.IsConstant()) {
     const double number = b.data[0];
     MapElements([op, number](double x) { return op(x, number); }, a.data, out.data, from, out.size);

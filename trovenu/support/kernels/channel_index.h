@@ -26,7 +26,7 @@ TROVENU_INLINE void ChannelIndexOfBars(const double *x, int n, double unit, doub
   }
   for (int k = 0; k < kSums; ++k) {
     const FourBars index = (Load(x + 4 * k) - mean[k]) / (All(unit) * deviations[k]);
-    Store(out + 4 * k, ZeroWhereZero(deviations[k], index));
+    Store(out + 4 * k, UnlessZero(deviations[k], index, 0.0));
   }
 }
 
@@ -38,7 +38,7 @@ double ChannelIndexOfBar(const double *x, int n, double unit, double mean) {
 
 void TypicalPrice(const double *high, const double *low, const double *close, int from, int to, double *out) {
   int i = from;
-  for (; i + 4 <= to; i += 4) {
+  for (; to - i >= 4; i += 4) {
     Store(out + i, (Load(high + i) + Load(low + i) + Load(close + i)) / All(3.0));
   }
   for (; i < to; ++i) out[i] = (high[i] + low[i] + close[i]) / 3.0;
@@ -47,7 +47,7 @@ void TypicalPrice(const double *high, const double *low, const double *close, in
 void ChannelIndex(const double *x, int from, int to, int n, double *out) {
   const double unit = 0.015 / n;
   int i = from;
-  for (; i + kSumBars <= to; i += kSumBars) ChannelIndexOfBars(x + i, n, unit, out + i);
+  for (; to - i >= kSumBars; i += kSumBars) ChannelIndexOfBars(x + i, n, unit, out + i);
   for (; i < to; ++i) out[i] = ChannelIndexOfBar(x + i, n, unit, out[i]);
 }
 

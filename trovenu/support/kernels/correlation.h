@@ -89,8 +89,8 @@ struct CorrelationOfBars {
     const FourBars yy = total.squares.yy + (total.off.yy - total.offY * total.offY * part);
     const FourBars xy = total.squares.xy + (total.off.xy - total.offX * total.offY * part);
     const FourBars product = xx * yy;
-    const FourBars correlation = ZeroWhereZero(product, xy / SquareRoot(product));
-    return ZeroWhereZero(xx, ZeroWhereZero(yy, correlation));
+    const FourBars correlation = UnlessZero(product, xy / SquareRoot(product), 0.0);
+    return UnlessZero(xx, UnlessZero(yy, correlation, 0.0), 0.0);
   }
 };
 

@@ -53,6 +53,11 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
   return {operation(a.all, b.all)};
 }
 
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, Operation operation) {
+  return {operation(a.all, b.all, c.all)};
+}
+
 TROVENU_INLINE Part RootOf(Part x) { return _mm256_sqrt_pd(x); }
 TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm256_max_pd(x, y); }
@@ -92,6 +97,11 @@ TROVENU_INLINE FourBars Each(FourBars a, Operation operation) {
 template <class Operation>
 TROVENU_INLINE FourBars Each(FourBars a, FourBars b, Operation operation) {
   return {operation(a.older, b.older), operation(a.newer, b.newer)};
+}
+
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, Operation operation) {
+  return {operation(a.older, b.older, c.older), operation(a.newer, b.newer, c.newer)};
 }
 
 #if defined(__SSE2__)
@@ -135,6 +145,12 @@ FourBars Each(FourBars a, FourBars b, Operation operation) {
            operation(a.bar[3], b.bar[3])}};
 }
 
+template <class Operation>
+FourBars Each(FourBars a, FourBars b, FourBars c, Operation operation) {
+  return {{operation(a.bar[0], b.bar[0], c.bar[0]), operation(a.bar[1], b.bar[1], c.bar[1]),
+           operation(a.bar[2], b.bar[2], c.bar[2]), operation(a.bar[3], b.bar[3], c.bar[3])}};
+}
+
 inline Part RootOf(Part x) { return std::sqrt(x); }
 inline Part MagnitudeOf(Part x) { return std::fabs(x); }
 inline Part LargerOf(Part x, Part y) { return x > y ? x : y; }
@@ -168,9 +184,9 @@ TROVENU_INLINE FourBars Smaller(FourBars a, FourBars b) {
   return Each(a, b, [](Part x, Part y) { return SmallerOf(x, y); });
 }
 
-/// `value`, but 0.0 where `test` is 0.
-TROVENU_INLINE FourBars ZeroWhereZero(FourBars test, FourBars value) {
-  return Each(test, value, [](Part t, Part v) { return t == 0.0 ? Part{} : v; });
+/// `value`, but `number` where `test` is 0.
+TROVENU_INLINE FourBars UnlessZero(FourBars test, FourBars value, double number) {
+  return Each(test, value, All(number), [](Part t, Part v, Part n) { return t == 0.0 ? n : v; });
 }
 
 TROVENU_INLINE FourBars SquareRoot(FourBars a) {

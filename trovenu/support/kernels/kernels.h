@@ -57,6 +57,10 @@ struct Kernels {
   /// The parabolic stop-and-reverse at the bars from `from` to `to` - 1.
   void (*parabolic)(const double *high, const double *low, const ParabolicStart &start, int from, int to,
                     double *out);
+
+  /// `a / b` at the bars from `from` to `to` - 1, 0.0 where b is 0; `out` may be one of the operands.
+  void (*quotients)(const double *a, const double *b, int from, int to, double *out);
+  void (*quotientsOfNumber)(double a, const double *b, int from, int to, double *out);
 };
 
 /// What a build was made for.

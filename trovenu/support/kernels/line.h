@@ -4,6 +4,7 @@
 /// The least-squares line through a window.
 
 #include "trovenu/support/kernels/block_shares.h"
+#include "trovenu/support/kernels/deviation.h"
 #include "trovenu/support/kernels/long_windows.h"
 
 namespace trovenu {
@@ -138,6 +139,51 @@ struct LineValueOfBars : LineOfBars {
   }
 };
 
+// How much of the squares the line explains. The sums count from the newest element, as a deviation's do, so
+// that the rises of equal bars cancel here too.
+struct LineFitOfBars : DeviationOfBars {
+  using Spread = DeviationOfBars;
+  struct Block {
+    Spread::Block spread;
+    FourBars rise;
+  };
+  struct Total {
+    Spread::Total spread;
+    FourBars rise;
+  };
+  int bars;
+  double perSquare;
+
+  TROVENU_INLINE static Block One(int i) { return {Spread::One(i), All(0.0)}; }
+  TROVENU_INLINE Block Two(int i) const {
+    return {Spread::Two(i), Load(operand[0] + i) - Load(operand[0] + i - 1)};
+  }
+  TROVENU_INLINE Block Merge(const Block &newer, const Block &older, BlockPlace at) const {
+    const FourBars olderSum = Moved(older.spread.sum, at.end - at.size, at.size, at.size);
+    const FourBars apart = newer.spread.sum - olderSum;
+    return {Spread::Merge(newer.spread, older.spread, at), (newer.rise + older.rise) + All(at.size) * apart};
+  }
+  TROVENU_INLINE static Block Earlier(const Block &before, const Block &now) {
+    return {Spread::Earlier(before.spread, now.spread), TwoBarsEarlier(before.rise, now.rise)};
+  }
+  // A block's part in the rise of the window, the middle of which lies off its own.
+  TROVENU_INLINE FourBars Rise(const Block &block, BlockPlace at) const {
+    const FourBars sum = Moved(block.spread.sum, at.end, at.size, at.lag);
+    return block.rise + All(bars - at.size - 2 * at.lag) * sum;
+  }
+  TROVENU_INLINE Total Begin(const Block &block, BlockPlace at) const {
+    return {Spread::Begin(block.spread, at), Rise(block, at)};
+  }
+  TROVENU_INLINE void Add(Total &total, const Block &block, BlockPlace at) const {
+    Spread::Add(total.spread, block.spread, at);
+    total.rise = total.rise + Rise(block, at);
+  }
+  TROVENU_INLINE FourBars Value(const Total &total) const {
+    const FourBars squares = total.spread.squares;
+    return UnlessZero(squares, total.rise * total.rise * All(perSquare) / squares, kNoFit);
+  }
+};
+
 void LineSlope(const double *x, int from, int to, int n, double *out) {
   if (n > kLongestShortWindow) {
     return SlideLongWindows(LongLineSlope{{x, static_cast<double>(n)}}, from, to, n, out);
@@ -154,7 +200,10 @@ void LineValue(const double *x, int from, int to, int n, double distance, double
 }
 
 void LineFit(const double *x, int from, int to, int n, double *out) {
-  SlideLongWindows(LongLineFit{{x, static_cast<double>(n)}}, from, to, n, out);
+  const double count = n;
+  if (n > kLongestShortWindow) return SlideLongWindows(LongLineFit{{x, count}}, from, to, n, out);
+  const double perSquare = n == 1 ? 0.0 : 3.0 / (count * (count * count - 1.0));
+  SlideShortWindows(LineFitOfBars{{{x}, count}, n, perSquare}, from, to, n, out);
 }
 
 }  // namespace

@@ -23,10 +23,11 @@
 namespace trovenu {
 namespace {
 
-/// Suffixes are kept for this many bars at a time. Where a block is longer, the suffixes at the edges of this
-/// many such strips are kept and the others are built again from them, so that no length needs memory of its
-/// own.
-constexpr int kWindowStrip = 512;
+/// Suffixes are kept for this many bars at a time. Where a block is longer, the suffixes at the edges of a
+/// number of such strips are kept and the others are built again from them, so that no length needs memory of
+/// its own.
+constexpr int kWindowStrip = 1024;
+constexpr int kWindowEdges = 256;
 
 /// The older parts of the windows that end in one block: suffixes of the bars from `oldest` to `block` - 1.
 template <class Statistic>
@@ -40,7 +41,7 @@ class WindowSuffixes {
   void BeginBlock(int oldest, int block) {
     block_ = block;
     left_ = right_ = oldest;
-    usedEdges_ = kWindowStrip;
+    usedEdges_ = kWindowEdges;
     NextStrip();
   }
 
@@ -50,7 +51,7 @@ class WindowSuffixes {
     right_ = block_ - left_ > kWindowStrip ? left_ + kWindowStrip : block_;
     Part part = statistic_.None();
     if (right_ < block_) {
-      if (usedEdges_ == kWindowStrip) BuildEdges();
+      if (usedEdges_ == kWindowEdges) BuildEdges();
       part = edges_[usedEdges_++];
     }
     for (int j = right_ - 1; j >= left_; --j) {
@@ -73,7 +74,7 @@ class WindowSuffixes {
     for (int j = block_ - 1; j >= right_; --j) {
       statistic_.Prepend(part, j, block_);
       const int distance = j - right_;
-      if (distance % kWindowStrip == 0 && distance / kWindowStrip < kWindowStrip) {
+      if (distance % kWindowStrip == 0 && distance / kWindowStrip < kWindowEdges) {
         edges_[distance / kWindowStrip] = part;
       }
     }
@@ -83,9 +84,9 @@ class WindowSuffixes {
   int block_ = 0;
   int left_ = 0;
   int right_ = 0;
-  int usedEdges_ = kWindowStrip;
+  int usedEdges_ = kWindowEdges;
   Part suffixes_[kWindowStrip];
-  Part edges_[kWindowStrip];
+  Part edges_[kWindowEdges];
 };
 
 // Writes `out[i]` for the windows of n bars that end at the bars i from `from` to `to` - 1.

@@ -132,19 +132,26 @@ class ShortWindows {
       const Block earlier = statistic_.Two(i - 2);
       before = statistic_.Earlier(earlier, earlier);
     }
-    for (; i < end; i += kPlaceBars, out += kPlaceBars) {
-      Total total = BeginWindow(i, before);
-      if constexpr (kLongest > 8 && HasPart<8>()) AddPart<8>(total, eights_, i);
-      if constexpr (kLongest > 4 && HasPart<4>()) AddPart<4>(total, fours_, i);
-      if (kWhole >= kPlaceBars && (n_ & 2) != 0) {
-        statistic_.Add(total, statistic_.Two(i - kWhole), {i - kWhole, 2, kWhole});
-      }
-      if (kWhole > 1 && (n_ & 1) != 0) {
-        const int lag = n_ - 1;
-        statistic_.Add(total, statistic_.One(i - lag), {i - lag, 1, lag});
-      }
-      Store(out, statistic_.Value(total));
+    // Two places at a time: the blocks then change their places and not their registers.
+    for (; end - i >= 2 * kPlaceBars; i += 2 * kPlaceBars, out += 2 * kPlaceBars) {
+      Store(out, Window(i, before));
+      Store(out + kPlaceBars, Window(i + kPlaceBars, before));
     }
+    if (i < end) Store(out, Window(i, before));
+  }
+
+  TROVENU_INLINE FourBars Window(int i, Block &before) {
+    Total total = BeginWindow(i, before);
+    if constexpr (kLongest > 8 && HasPart<8>()) AddPart<8>(total, eights_, i);
+    if constexpr (kLongest > 4 && HasPart<4>()) AddPart<4>(total, fours_, i);
+    if (kWhole >= kPlaceBars && (n_ & 2) != 0) {
+      statistic_.Add(total, statistic_.Two(i - kWhole), {i - kWhole, 2, kWhole});
+    }
+    if (kWhole > 1 && (n_ & 1) != 0) {
+      const int lag = n_ - 1;
+      statistic_.Add(total, statistic_.One(i - lag), {i - lag, 1, lag});
+    }
+    return statistic_.Value(total);
   }
 
   TROVENU_INLINE Total BeginWindow(int i, Block &before) {

@@ -67,7 +67,7 @@ class Smoothing {
 template <class Next>
 TROVENU_INLINE void SmoothBars(const double *x, int from, int to, double *out, Next next) {
   int i = from;
-  for (; i + 4 <= to; i += 4) Store(out + i, next(x + i));
+  for (; to - i >= 4; i += 4) Store(out + i, next(x + i));
   if (i == to) return;
   double elements[6] = {};
   std::memcpy(elements, x + i - 2, sizeof(double) * static_cast<unsigned>(to - i + 2));
@@ -136,7 +136,7 @@ void RelativeStrength(const double *x, int first, int to, int n, double *out) {
   SmoothBars(x, chains, to, out, [&smoothRise, &smoothFall, up, down](const double *p) TROVENU_INLINE_LAMBDA {
     const FourBars rises4 = smoothRise.Next(up(p), up(p - 1));
     const FourBars sum = rises4 + smoothFall.Next(down(p), down(p - 1));
-    return ZeroWhereZero(sum, All(100.0) * rises4 / sum);
+    return UnlessZero(sum, All(100.0) * rises4 / sum, 0.0);
   });
 }
 

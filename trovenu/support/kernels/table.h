@@ -9,6 +9,7 @@
 #include "trovenu/support/kernels/extremes.h"
 #include "trovenu/support/kernels/line.h"
 #include "trovenu/support/kernels/parabolic.h"
+#include "trovenu/support/kernels/quotients.h"
 #include "trovenu/support/kernels/smoothing.h"
 #include "trovenu/support/kernels/sums.h"
 #include "trovenu/support/kernels/weighted.h"
@@ -32,6 +33,8 @@ constexpr Kernels kKernels = {
     .typicalPrice = TypicalPrice,
     .channelIndex = ChannelIndex,
     .parabolic = Parabolic,
+    .quotients = Quotients,
+    .quotientsOfNumber = QuotientsOfNumber,
 };
 
 }  // namespace
