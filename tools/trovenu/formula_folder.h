@@ -33,7 +33,8 @@ struct FormulaEntry {
   bool isUsers;
 };
 
-/// The text in the code page, without the blanks around it. Throws `Failure`, which calls it `what`, for another text and an empty one.
+/// The text in the code page, without the blanks around it. Throws `Failure`, which calls it `what`, for
+/// another text and an empty one.
 SString NameInCodePage(const std::string &text, const char *what);
 
 /// The formula tables of a folder. There is one object at a time, since the library knows one folder. All
