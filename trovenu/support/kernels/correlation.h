@@ -104,7 +104,7 @@ struct LongCorrelation {
   };
   const double *x;
   const double *y;
-  double n;
+  double perBar;
 
   static Part None() { return {0.0, 0.0, 0.0, 0.0, 0.0}; }
   void Append(Part &part, int i, int block) const {
@@ -120,9 +120,9 @@ struct LongCorrelation {
   double Value(const Part &older, const Part &newer, int, int, int) const {
     const double sumX = older.x + newer.x;
     const double sumY = older.y + newer.y;
-    const double varianceX = older.xx + newer.xx - sumX * (sumX / n);
-    const double varianceY = older.yy + newer.yy - sumY * (sumY / n);
-    const double covariance = older.xy + newer.xy - sumX * (sumY / n);
+    const double varianceX = older.xx + newer.xx - sumX * (sumX * perBar);
+    const double varianceY = older.yy + newer.yy - sumY * (sumY * perBar);
+    const double covariance = older.xy + newer.xy - sumX * (sumY * perBar);
     if (varianceX <= 0.0 || varianceY <= 0.0) return 0.0;
     const double product = varianceX * varianceY;
     return product == 0.0 ? 0.0 : covariance / std::sqrt(product);
@@ -131,7 +131,7 @@ struct LongCorrelation {
 
 void Correlation(const double *x, const double *y, int from, int to, int n, double *out) {
   if (n > kLongestShortWindow) {
-    return SlideLongWindows(LongCorrelation{x, y, static_cast<double>(n)}, from, to, n, out);
+    return SlideLongWindows(LongCorrelation{x, y, 1.0 / n}, from, to, n, out);
   }
   SlideShortWindows(CorrelationOfBars{{x, y}, BlockShares(n)}, from, to, n, out);
 }

@@ -69,7 +69,7 @@ struct LongDeviation {
     double squares;
   };
   const double *x;
-  double n;
+  double perBar;
 
   static Part None() { return {0.0, 0.0}; }
   void Append(Part &part, int i, int block) const {
@@ -81,7 +81,7 @@ struct LongDeviation {
   double Value(const Part &older, const Part &newer, int, int, int) const {
     const double sum = older.sum + newer.sum;
     const double squares = older.squares + newer.squares;
-    const double variance = (squares - sum * (sum / n)) / n;
+    const double variance = (squares - sum * (sum * perBar)) * perBar;
     return variance < 0.0 ? 0.0 : std::sqrt(variance);
   }
 };
@@ -89,7 +89,7 @@ struct LongDeviation {
 void Deviation(const double *x, int from, int to, int n, double *out) {
   const double count = n;
   if (n <= kLongestShortWindow) return SlideShortWindows(DeviationOfBars{{x}, count}, from, to, n, out);
-  SlideLongWindows(LongDeviation{x, count}, from, to, n, out);
+  SlideLongWindows(LongDeviation{x, 1.0 / count}, from, to, n, out);
 }
 
 }  // namespace

@@ -35,9 +35,14 @@ struct LineOfBars {
     const FourBars older = Load(operand[0] + i - 1);
     return {newer + older, newer - older};
   }
-  TROVENU_INLINE static Block Merge(const Block &newer, const Block &older, BlockPlace at) {
-    const FourBars apart = newer.sum - older.sum;
-    return {newer.sum + older.sum, (newer.rise + older.rise) + All(at.size) * apart};
+  TROVENU_INLINE Block Merge(const Block &newer, const Block &older, BlockPlace at) const {
+    const FourBars sum = newer.sum + older.sum;
+    if (at.size == 2) {
+      // The same from the four elements, for less.
+      const double *const x = operand[0] + at.end;
+      return {sum, All(3.0) * (Load(x) - Load(x - 3)) + (Load(x - 1) - Load(x - 2))};
+    }
+    return {sum, (newer.rise + older.rise) + All(at.size) * (newer.sum - older.sum)};
   }
   TROVENU_INLINE static Block Earlier(const Block &before, const Block &now) {
     return {TwoBarsEarlier(before.sum, now.sum), TwoBarsEarlier(before.rise, now.rise)};
@@ -72,6 +77,8 @@ struct LongLine {
   };
   const double *x;
   double n;
+  double perBar;
+  double perLagSquares;
 
   static Part None() { return {0.0, 0.0, 0.0, 0}; }
   void Append(Part &part, int i, int block) const {
@@ -87,14 +94,19 @@ struct LongLine {
     part.squares += d * d;
     ++part.count;
   }
-  double LagSquares() const { return n * (n * n - 1.0) / 12.0; }
   Line Fit(const Part &older, const Part &newer, int newerCount) const {
     const double sum = older.sum + newer.sum;
     const double lagged = newer.lagged + (older.lagged + newerCount * older.sum);
-    const double slope = n == 1.0 ? 0.0 : ((n - 1.0) / 2.0 * sum - lagged) / LagSquares();
-    return {sum / n, slope, older.squares + newer.squares - sum * (sum / n)};
+    const double mean = sum * perBar;
+    return {mean, ((n - 1.0) / 2.0 * sum - lagged) * perLagSquares,
+            older.squares + newer.squares - sum * mean};
   }
 };
+
+LongLine LongLineOf(const double *x, int n) {
+  const double count = n;
+  return {x, count, 1.0 / count, 12.0 / (count * (count * count - 1.0))};
+}
 
 struct LongLineSlope : LongLine {
   double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
@@ -115,7 +127,7 @@ struct LongLineFit : LongLine {
   double Value(const Part &older, const Part &newer, int newerCount, int, int) const {
     const Line line = Fit(older, newer, newerCount);
     if (line.squares <= 0.0) return kNoFit;
-    return line.slope * line.slope * LagSquares() / line.squares;
+    return line.slope * line.slope / (perLagSquares * line.squares);
   }
 };
 
@@ -132,10 +144,11 @@ struct LineSlopeOfBars : LineOfBars {
 
 struct LineValueOfBars : LineOfBars {
   static constexpr bool kFlatIsElement = true;
+  double perBar;
   double ahead;
 
   TROVENU_INLINE FourBars Value(const Total &total) const {
-    return total.sum / All(n) + total.rise * All(ahead);
+    return total.sum * All(perBar) + total.rise * All(ahead);
   }
 };
 
@@ -186,22 +199,23 @@ struct LineFitOfBars : DeviationOfBars {
 
 void LineSlope(const double *x, int from, int to, int n, double *out) {
   if (n > kLongestShortWindow) {
-    return SlideLongWindows(LongLineSlope{{x, static_cast<double>(n)}}, from, to, n, out);
+    return SlideLongWindows(LongLineSlope{LongLineOf(x, n)}, from, to, n, out);
   }
   SlideShortWindows(LineSlopeOfBars{{{x}, n, BlockShares(n), SlopePerRise(n)}}, from, to, n, out);
 }
 
 void LineValue(const double *x, int from, int to, int n, double distance, double *out) {
   if (n > kLongestShortWindow) {
-    return SlideLongWindows(LongLineValue{{x, static_cast<double>(n)}, distance}, from, to, n, out);
+    return SlideLongWindows(LongLineValue{LongLineOf(x, n), distance}, from, to, n, out);
   }
   const double perRise = SlopePerRise(n);
-  SlideShortWindows(LineValueOfBars{{{x}, n, BlockShares(n), perRise}, perRise * distance}, from, to, n, out);
+  SlideShortWindows(LineValueOfBars{{{x}, n, BlockShares(n), perRise}, 1.0 / n, perRise * distance}, from, to,
+                    n, out);
 }
 
 void LineFit(const double *x, int from, int to, int n, double *out) {
   const double count = n;
-  if (n > kLongestShortWindow) return SlideLongWindows(LongLineFit{{x, count}}, from, to, n, out);
+  if (n > kLongestShortWindow) return SlideLongWindows(LongLineFit{LongLineOf(x, n)}, from, to, n, out);
   const double perSquare = n == 1 ? 0.0 : 3.0 / (count * (count * count - 1.0));
   SlideShortWindows(LineFitOfBars{{{x}, count}, n, perSquare}, from, to, n, out);
 }
