@@ -129,8 +129,15 @@ struct LongCorrelation {
   }
 };
 
+// Windows of many blocks, each with five numbers, cost more than long windows do.
+bool HasFewBlocks(int n) {
+  int blocks = 0;
+  for (int digits = n; digits != 0; digits &= digits - 1) ++blocks;
+  return n < 32 && blocks <= 3;
+}
+
 void Correlation(const double *x, const double *y, int from, int to, int n, double *out) {
-  if (n > kLongestShortWindow) {
+  if (!HasFewBlocks(n)) {
     return SlideLongWindows(LongCorrelation{x, y, 1.0 / n}, from, to, n, out);
   }
   SlideShortWindows(CorrelationOfBars{{x, y}, BlockShares(n)}, from, to, n, out);

@@ -14,14 +14,16 @@ namespace {
 // the middle of the block, positive towards its newer end. The elements of equal bars cancel exactly.
 struct LineOfBars {
   static constexpr int kOperands = 1;
+  static constexpr bool kFlatIsElement = false;
   struct Block {
     FourBars sum;
     FourBars rise;
   };
+  // The sum of the longest block, and by how much the others differ from parts of it.
   struct Total {
-    FourBars sum;
-    FourBars rise;
     FourBars longest;
+    FourBars rise;
+    FourBars apart;
   };
   const double *operand[kOperands];
   int n;
@@ -48,7 +50,7 @@ struct LineOfBars {
     return {TwoBarsEarlier(before.sum, now.sum), TwoBarsEarlier(before.rise, now.rise)};
   }
   TROVENU_INLINE static Total Begin(const Block &block, BlockPlace /*at*/) {
-    return {block.sum, block.rise, block.sum};
+    return {block.sum, block.rise, All(0.0)};
   }
   // The middle of a block lies off that of the window, twice as many bars as `off` says. Those of all blocks
   // balance, so that what the longest one adds may be taken off from the others.
@@ -56,7 +58,7 @@ struct LineOfBars {
     const int off = n - at.size - 2 * at.lag;
     const FourBars apart = block.sum - total.longest * shares.Share(at.size);
     total.rise = total.rise + (block.rise + All(off) * apart);
-    total.sum = total.sum + block.sum;
+    total.apart = total.apart + apart;
   }
 };
 
@@ -137,18 +139,15 @@ double SlopePerRise(int n) {
 }
 
 struct LineSlopeOfBars : LineOfBars {
-  static constexpr bool kFlatIsElement = false;
-
   TROVENU_INLINE FourBars Value(const Total &total) const { return total.rise * All(perRise); }
 };
 
 struct LineValueOfBars : LineOfBars {
-  static constexpr bool kFlatIsElement = true;
-  double perBar;
   double ahead;
 
   TROVENU_INLINE FourBars Value(const Total &total) const {
-    return total.sum * All(perBar) + total.rise * All(ahead);
+    const FourBars mean = total.longest * All(1.0 / shares.longest);
+    return mean + (total.apart * All(1.0 / n) + total.rise * All(ahead));
   }
 };
 
@@ -209,8 +208,7 @@ void LineValue(const double *x, int from, int to, int n, double distance, double
     return SlideLongWindows(LongLineValue{LongLineOf(x, n), distance}, from, to, n, out);
   }
   const double perRise = SlopePerRise(n);
-  SlideShortWindows(LineValueOfBars{{{x}, n, BlockShares(n), perRise}, 1.0 / n, perRise * distance}, from, to,
-                    n, out);
+  SlideShortWindows(LineValueOfBars{{{x}, n, BlockShares(n), perRise}, perRise * distance}, from, to, n, out);
 }
 
 void LineFit(const double *x, int from, int to, int n, double *out) {

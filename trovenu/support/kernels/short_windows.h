@@ -46,8 +46,8 @@ constexpr int kPlaceBars = 4;
 // Longer ones cost less block by block (long_windows.h).
 constexpr int kLongestShortWindow = 35;
 
-// What the loop itself keeps in registers leaves this many for blocks.
-constexpr int kRegistersForBlocks = 24;
+// Places between two looks for flat windows, so that the bars are still in the cache.
+constexpr int kStripBars = 64 * kPlaceBars;
 
 // Where a block lies: its newest bar, its number of bars, and how many bars of its window are newer.
 struct BlockPlace {
@@ -72,7 +72,7 @@ class ShortWindows {
     Recall<8>(eights_, from);
     Recall<16>(sixteens_, from);
     while (from < to) {
-      const int bars = to - from < kStripPlaces * kPlaceBars ? to - from : kStripPlaces * kPlaceBars;
+      const int bars = to - from < kStripBars ? to - from : kStripBars;
       SlideStrip(from, from + bars, out);
       if constexpr (Statistic::kFlatIsElement) {
         MendFlatWindows(statistic_.operand[0], from, from + bars, n_, out);
@@ -101,11 +101,8 @@ class ShortWindows {
     const int asPart = HasPart<kSize>() ? Lag<kSize>() / kPlaceBars : 0;
     return asPart > asHalf ? asPart : asHalf;
   }
-  static constexpr bool kFit =
-      (Depth<4>() + Depth<8>() + Depth<16>()) * static_cast<int>(sizeof(Block) / sizeof(Part)) <=
-      kRegistersForBlocks;
   template <int kSize>
-  using Recent = RecentBlocks<kFit || Depth<kSize>() == 0, Block, Depth<kSize>() + 1>;
+  using Recent = RecentBlocks<Block, Depth<kSize>() + 1>;
 
   template <int kSize>
   TROVENU_INLINE Block BlockAt(int i) const {
@@ -123,9 +120,6 @@ class ShortWindows {
   }
 
   TROVENU_INLINE void SlideStrip(int i, int end, double *out) {
-    fours_.Rewind();
-    eights_.Rewind();
-    sixteens_.Rewind();
     Block before{};
     if constexpr (kWhole >= kPlaceBars) {
       // Only the newer two of its bars are looked at.
