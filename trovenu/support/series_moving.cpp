@@ -31,15 +31,6 @@ void FillWindows(SVector &result, const SVector &source, int n, WindowKernel ker
   });
 }
 
-// Gives the windows of equal elements that element; `out` is what was made of a map of x.
-void KeepFlatWindows(const double *x, int first, int size, int n, double *out) {
-  int runBegin = first;
-  for (int i = first; i < size; ++i) {
-    if (i > first && x[i] != x[i - 1]) runBegin = i;
-    if (runBegin <= i - n + 1 && x[i] == x[i]) out[i] = x[i];
-  }
-}
-
 // A series of `map(x[i])` for the bars from `first` to `end` - 1; empty when memory is exhausted.
 template <class Map>
 SVector MapElements(const double *x, int first, int end, Map map) {
@@ -51,6 +42,9 @@ SVector MapElements(const double *x, int first, int end, Map map) {
 
 // A geometric or harmonic mean has no meaning where the window holds an element at or below 0.
 void ClearNonPositiveWindows(const double *x, int first, int size, int n, double *out) {
+  bool any = false;
+  for (int i = first; i < size; ++i) any |= x[i] <= 0.0;
+  if (!any) return;
   int lastNonPositive = first - 1;
   for (int i = first; i < size; ++i) {
     if (x[i] <= 0.0) lastNonPositive = i;
@@ -126,18 +120,22 @@ void SVector::CalcGAvg(const SVector &source, int n) {
     if (logarithms.size < end) return SetSize(0);
     ActiveKernels().mean(logarithms.data, first + n - 1, end, n, out);
     for (int i = first + n - 1; i < end; ++i) out[i] = std::exp(out[i]);
-    KeepFlatWindows(x, first, end, n, out);
+    ActiveKernels().keepFlat(x, first + n - 1, end, n, out);
     ClearNonPositiveWindows(x, first, end, n, out);
   });
 }
 
 void SVector::CalcHAvg(const SVector &source, int n) {
   FillMoving(*this, source, n, [this, n](const double *x, int first, int end, double *out) {
-    const SVector reciprocals = MapElements(x, first, end, [](double v) { return 1.0 / v; });
+    const Kernels &kernels = ActiveKernels();
+    const int from = first + n - 1;
+    SVector reciprocals;
+    reciprocals.BeginResult(end, first);
     if (reciprocals.size < end) return SetSize(0);
-    ActiveKernels().sum(reciprocals.data, first + n - 1, end, n, out);
-    for (int i = first + n - 1; i < end; ++i) out[i] = n / out[i];
-    KeepFlatWindows(x, first, end, n, out);
+    kernels.quotientsOfNumber(1.0, x, first, end, reciprocals.data);
+    kernels.sum(reciprocals.data, from, end, n, out);
+    kernels.quotientsOfNumber(n, out, from, end, out);
+    kernels.keepFlat(x, from, end, n, out);
     ClearNonPositiveWindows(x, first, end, n, out);
   });
 }

@@ -23,5 +23,12 @@ void MendFlatWindows(const double *x, int from, int to, int n, double *out) {
   }
 }
 
+void KeepFlat(const double *x, int from, int to, int n, double *out) {
+  if (n == 1) {
+    for (int i = from; i < to; ++i) out[i] = x[i] == x[i] ? x[i] : out[i];
+  }
+  MendFlatWindows(x, from, to, n, out + from);
+}
+
 }  // namespace
 }  // namespace trovenu

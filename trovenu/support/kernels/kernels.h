@@ -44,6 +44,9 @@ struct Kernels {
   /// Of two series; 0.0 where one of them does not vary.
   void (*correlation)(const double *x, const double *y, int from, int to, int n, double *out);
 
+  /// Writes the element of those windows whose elements are all equal, and no other.
+  WindowKernel keepFlat;
+
   /// Exponential average: `out[seed]` is given, every bar i after it up to `to` - 1 becomes
   /// `out[i - 1] + factor * (x[i] - out[i - 1])`.
   void (*exponential)(const double *x, int seed, int to, double factor, double *out);

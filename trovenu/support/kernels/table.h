@@ -7,6 +7,7 @@
 #include "trovenu/support/kernels/correlation.h"
 #include "trovenu/support/kernels/deviation.h"
 #include "trovenu/support/kernels/extremes.h"
+#include "trovenu/support/kernels/flat_windows.h"
 #include "trovenu/support/kernels/line.h"
 #include "trovenu/support/kernels/parabolic.h"
 #include "trovenu/support/kernels/quotients.h"
@@ -28,6 +29,7 @@ constexpr Kernels kKernels = {
     .lineValue = LineValue,
     .lineFit = LineFit,
     .correlation = Correlation,
+    .keepFlat = KeepFlat,
     .exponential = Exponential,
     .relativeStrength = RelativeStrength,
     .typicalPrice = TypicalPrice,
