@@ -96,7 +96,11 @@ bool TableCursor::AppendAll(int count, const std::function<void(char *record, in
   pending_ = Pending::Nothing;
   if (count == 0) return true;
   const std::size_t size = file_.Format().RecordSize();
-  std::string records(size * static_cast<std::size_t>(count), ' ');
+  const std::size_t all = size * static_cast<std::size_t>(count);
+  std::string records;
+  // With room for the end mark.
+  records.reserve(all + 1);
+  records.assign(all, ' ');
   for (int i = 0; i < count; ++i) fill(records.data() + size * static_cast<std::size_t>(i), i);
   if (!file_.Append(std::move(records))) return false;
   index_ = file_.RecordCount() - 1;

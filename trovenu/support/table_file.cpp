@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -86,9 +87,9 @@ void TableFile::Close() {
 }
 
 bool TableFile::OpenFormat(const File &file) {
-  std::string head(static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), TableFormat::kLongestHead)),
-                   '\0');
-  head.resize(file.ReadAt(0, head.data(), head.size()));
+  const auto most = static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), TableFormat::kLongestHead));
+  const auto bytes = std::make_unique_for_overwrite<char[]>(most);
+  const std::string_view head(bytes.get(), file.ReadAt(0, bytes.get(), most));
   if (!format_.ReadHead(head)) return false;
   writable_ = format_.IsSound();
   if (format_.FieldsSize() == format_.RecordSize()) return true;
@@ -162,20 +163,17 @@ bool TableFile::LockForWriting() {
   return true;
 }
 
-bool TableFile::Append(std::string_view records) {
+bool TableFile::Append(std::string records) {
   const std::size_t added = records.size() / format_.RecordSize();
   if (!writable_ || added == 0 || added * format_.RecordSize() != records.size() || added > kMostRecords)
     return false;
   if (!LockForWriting()) return false;
   const std::uint32_t count = CountIn(writer_, format_);
   const std::uint64_t at = OffsetOf(format_, count);
-  std::string bytes;
-  bytes.reserve(records.size() + 1);
-  bytes += records;
-  bytes += TableFormat::kEndMark;
+  records += TableFormat::kEndMark;
   const auto behind = count + static_cast<std::uint32_t>(added);
   const std::string counted = CountBytes(behind);
-  const bool done = count <= kMostRecords - added && writer_.WriteAt(at, bytes.data(), bytes.size()) &&
+  const bool done = count <= kMostRecords - added && writer_.WriteAt(at, records.data(), records.size()) &&
                     writer_.WriteAt(TableFormat::kCountAt, counted.data(), counted.size());
   if (done) {
     written_ = true;

@@ -58,7 +58,7 @@ class TROVENU_API TableFile {
 
   /// Adds one record or several, byte behind byte, behind all others, also those that other writers have
   /// added meanwhile. They are then the last ones, and are counted all at once.
-  bool Append(std::string_view records);
+  bool Append(std::string records);
   /// Puts another record in the place of one.
   bool Replace(std::uint32_t index, std::string_view record);
 
