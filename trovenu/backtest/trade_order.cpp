@@ -37,7 +37,8 @@ class Marks {
 void TurnTies(std::span<int> ties, const Marks &smaller, int smallerCount) {
   const auto turn = [](std::span<int> queue, int passes) {
     if (queue.empty()) return;
-    std::ranges::rotate(queue, queue.begin() + passes % static_cast<std::ptrdiff_t>(queue.size()));
+    const auto first = queue.begin() + passes % static_cast<std::ptrdiff_t>(queue.size());
+    std::rotate(queue.begin(), first, queue.end());
   };
   int passes = 0;
   for (std::size_t i = 0; i < ties.size(); ++i) {
