@@ -26,7 +26,7 @@ std::vector<int> SortedByExchanges(std::vector<double> keys) {
 TEST(TradeOrder, IsThatOfTheExchangesTiesIncluded) {
   std::mt19937 random(7);
   for (int round = 0; round < 20000; ++round) {
-    const int distinct = 1 + static_cast<int>(random() % 12);
+    const auto distinct = 1 + random() % 12;
     std::vector<double> keys(random() % 40);
     for (double &key : keys) key = random() % 20 == 0 ? NAN : static_cast<double>(random() % distinct);
     ASSERT_EQ(ExchangeSortOrder(keys), SortedByExchanges(keys)) << "round " << round;
