@@ -23,6 +23,15 @@ struct Bars {
   int Size() const { return series[static_cast<int>(BarField::Date)].GetSize(); }
   SVector &operator[](BarField field) { return series[static_cast<std::size_t>(field)]; }
   const SVector &operator[](BarField field) const { return series[static_cast<std::size_t>(field)]; }
+
+  /// Gives the series to an engine, an indicator or a back-test, in the order of its `SetVariable`.
+  template <class Target>
+  void BindTo(Target &target) {
+    Bars &bars = *this;
+    target.SetVariable(bars[BarField::Close], bars[BarField::Open], bars[BarField::High], bars[BarField::Low],
+                       bars[BarField::Volume], bars[BarField::Date], bars[BarField::OpenInterest],
+                       bars[BarField::Amount]);
+  }
 };
 
 /// Reads a bars file, or standard input for "-". A header names the columns in any order; the file is UTF-8

@@ -56,9 +56,7 @@ std::string FormulaInCodePage(const std::string &formula) {
 }
 
 FormulaEngine::FormulaEngine(Bars &bars, SFunctionList *functions) : bars_(bars) {
-  calc_.SetVariable(bars[BarField::Close], bars[BarField::Open], bars[BarField::High], bars[BarField::Low],
-                    bars[BarField::Volume], bars[BarField::Date], bars[BarField::OpenInterest],
-                    bars[BarField::Amount]);
+  bars.BindTo(calc_);
   calc_.SetFunction(functions);
 }
 

@@ -23,6 +23,12 @@ CLI::Option *AddKindOption(CLI::App &command, std::string &kind, KindChoice choi
       ->capture_default_str();
 }
 
+void AddEntryOptions(CLI::App &command, EntryOptions &entry, KindChoice choice) {
+  command.add_option("name", entry.name, "Its name")->type_name("NAME")->required();
+  AddFolderOption(command, entry.folder);
+  AddKindOption(command, entry.kind, choice);
+}
+
 void AddSetOption(CLI::App &command, std::vector<std::string> &settings) {
   command.add_option("--set", settings, "Value of a variable in place of the table's, again for others")
       ->type_name("VAR=VALUE");

@@ -25,10 +25,7 @@ namespace trovenu::tool {
 
 namespace {
 
-struct Options {
-  std::string name;
-  std::string folder;
-  std::string kind;
+struct Options : EntryOptions {
   std::vector<std::string> formulas;
   std::vector<std::string> lines;
   std::vector<std::string> variables;
@@ -208,9 +205,7 @@ int Remove(const Options &options) {
 Command AddIndicatorAdd(CLI::App &group) {
   CLI::App *command = group.add_subcommand("add", "Add a formula to the user's table");
   const auto options = std::make_shared<Options>();
-  command->add_option("name", options->name, "Its name")->type_name("NAME")->required();
-  AddFolderOption(*command, options->folder);
-  AddKindOption(*command, options->kind, KindChoice::Any);
+  AddEntryOptions(*command, *options, KindChoice::Any);
   command
       ->add_option("--formula", options->formulas,
                    "Formula, again for a further line. A pattern has two, bull and bear;\n"
@@ -233,9 +228,7 @@ Command AddIndicatorAdd(CLI::App &group) {
 Command AddIndicatorRemove(CLI::App &group) {
   CLI::App *command = group.add_subcommand("remove", "Remove a formula from the tables");
   const auto options = std::make_shared<Options>();
-  command->add_option("name", options->name, "Its name")->type_name("NAME")->required();
-  AddFolderOption(*command, options->folder);
-  AddKindOption(*command, options->kind, KindChoice::Any);
+  AddEntryOptions(*command, *options, KindChoice::Any);
   command->footer(
       "Its records get the deletion mark, in the system's table and in the user's, and stay in the files.");
   return {command, [options] { return Remove(*options); }};

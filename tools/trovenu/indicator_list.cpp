@@ -15,10 +15,7 @@ namespace trovenu::tool {
 
 namespace {
 
-struct Options {
-  std::string name;
-  std::string folder;
-  std::string kind;
+struct Options : EntryOptions {
   FormatOption format;
   std::string out;
 };
@@ -78,9 +75,7 @@ Command AddIndicatorList(CLI::App &group) {
 Command AddIndicatorShow(CLI::App &group) {
   CLI::App *command = group.add_subcommand("show", "Print one formula of the tables as text");
   const auto options = std::make_shared<Options>();
-  command->add_option("name", options->name, "Its name")->type_name("NAME")->required();
-  AddFolderOption(*command, options->folder);
-  AddKindOption(*command, options->kind, KindChoice::Any);
+  AddEntryOptions(*command, *options, KindChoice::Any);
   AddOutOption(*command, options->out);
   command->footer("Prints the notation that indicator install --from reads.");
   return {command, [options] { return Show(*options); }};

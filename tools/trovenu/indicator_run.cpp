@@ -14,10 +14,7 @@ namespace trovenu::tool {
 
 namespace {
 
-struct Options {
-  std::string name;
-  std::string folder;
-  std::string kind;
+struct Options : EntryOptions {
   std::vector<std::string> settings;
   std::string bars;
   int last = 0;
@@ -32,9 +29,7 @@ int Run(const Options &options) {
   SetVariables(indicator, options.settings);
   Bars bars = ReadBars(options.bars);
   RequireSound(indicator, bars, functions);
-  indicator.SetVariable(bars[BarField::Close], bars[BarField::Open], bars[BarField::High],
-                        bars[BarField::Low], bars[BarField::Volume], bars[BarField::Date],
-                        bars[BarField::OpenInterest], bars[BarField::Amount]);
+  bars.BindTo(indicator);
   indicator.SetFunction(&functions);
   indicator.Calc();
   ResultColumns results(bars, options.last);
@@ -51,9 +46,7 @@ int Run(const Options &options) {
 Command AddIndicatorRun(CLI::App &group) {
   CLI::App *command = group.add_subcommand("run", "Calculate a formula of the tables on bars");
   const auto options = std::make_shared<Options>();
-  command->add_option("name", options->name, "Its name")->type_name("NAME")->required();
-  AddFolderOption(*command, options->folder);
-  AddKindOption(*command, options->kind, KindChoice::Runnable);
+  AddEntryOptions(*command, *options, KindChoice::Runnable);
   AddSetOption(*command, options->settings);
   AddBarsOption(*command, options->bars);
   command->add_option("--last", options->last, "Write the newest N bars only; all bars are calculated")

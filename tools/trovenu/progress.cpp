@@ -1,5 +1,6 @@
 #include "tools/trovenu/progress.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -9,25 +10,51 @@ namespace trovenu::tool {
 
 namespace {
 
-constexpr std::size_t kWidth = 40;
+constexpr std::size_t kWidth = 30;
+constexpr auto kLeastInterval = std::chrono::milliseconds(100);
 
 }  // namespace
 
-Progress::Progress(std::size_t steps) : steps_(steps), shown_(steps > 0 && ErrorsGoToTerminal()) {}
+Progress::Progress(std::size_t steps, const char *what)
+    : steps_(steps), what_(what), shown_(steps > 0 && ErrorsGoToTerminal()) {}
 
-Progress::~Progress() {
-  if (shown_) std::fprintf(stderr, "\r%*s\r", static_cast<int>(kWidth) + 8, "");
-}
+Progress::~Progress() { Clear(); }
 
 void Progress::Step() {
-  if (!shown_) return;
   const std::lock_guard lock(mutex_);
-  const std::size_t percent = ++done_ * 100 / steps_;
-  if (percent == percent_) return;
-  percent_ = percent;
-  std::string bar(kWidth, ' ');
-  bar.replace(0, percent * kWidth / 100, percent * kWidth / 100, '#');
-  std::fprintf(stderr, "\r[%s] %3u%%", bar.c_str(), static_cast<unsigned>(percent));
+  ++done_;
+  ShowLocked();
+}
+
+void Progress::Show(std::size_t done) {
+  const std::lock_guard lock(mutex_);
+  done_ = done;
+  ShowLocked();
+}
+
+void Progress::Clear() {
+  const std::lock_guard lock(mutex_);
+  if (shown_) std::fprintf(stderr, "\r\x1b[K");
+}
+
+void Progress::AddPause(Clock::duration pause) {
+  const std::lock_guard lock(mutex_);
+  paused_ += pause;
+}
+
+void Progress::ShowLocked() {
+  const Clock::time_point now = Clock::now();
+  if (!shown_ || done_ == 0 || now - last_ < kLeastInterval) return;
+  last_ = now;
+  const double rate =
+      static_cast<double>(done_) / std::chrono::duration<double>(now - start_ - paused_).count();
+  const std::size_t rest = steps_ - std::min(done_, steps_);
+  const auto left = static_cast<long long>(static_cast<double>(rest) / rate);
+  const std::size_t filled = std::min(
+      static_cast<std::size_t>(static_cast<double>(done_) * kWidth / static_cast<double>(steps_)), kWidth);
+  const std::string bar = std::string(filled, '#') + std::string(kWidth - filled, ' ');
+  std::fprintf(stderr, "\r[%s] %zu of %zu %s, %.0f a second, %lld:%02lld left\x1b[K", bar.c_str(), done_,
+               steps_, what_, rate, left / 60, left % 60);
   std::fflush(stderr);
 }
 

@@ -1,12 +1,12 @@
 #include "tools/trovenu/search_watch.h"
 
 #include <atomic>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <mutex>
 
 #include "tools/trovenu/failure.h"
+#include "tools/trovenu/progress.h"
 #include "tools/trovenu/report_folder.h"
 #include "trovenu/platform/terminal.h"
 #include "trovenu/support/table_writer.h"
@@ -16,7 +16,6 @@ namespace trovenu::tool {
 namespace {
 
 constexpr int kPollMilliseconds = 100;
-constexpr int kBarWidth = 30;
 
 volatile std::sig_atomic_t interrupts = 0;
 
@@ -40,40 +39,6 @@ class InterruptCount {
 
  private:
   void (*before_)(int);
-};
-
-// A line on a terminal: a bar, runs done, runs a second, time left.
-class SearchLine {
- public:
-  using Clock = std::chrono::steady_clock;
-
-  explicit SearchLine(long long total) : total_(total), shown_(ErrorsGoToTerminal()) {}
-  ~SearchLine() { Clear(); }
-  SearchLine(const SearchLine &) = delete;
-  SearchLine &operator=(const SearchLine &) = delete;
-
-  void Show(long long done) {
-    if (!shown_ || done == 0) return;
-    const double seconds = std::chrono::duration<double>(Clock::now() - start_ - paused_).count();
-    const double rate = static_cast<double>(done) / seconds;
-    const auto left = static_cast<long long>(static_cast<double>(total_ - done) / rate);
-    std::string bar(kBarWidth, ' ');
-    const auto filled = static_cast<std::size_t>(done * kBarWidth / total_);
-    bar.replace(0, filled, filled, '#');
-    std::fprintf(stderr, "\r[%s] %lld of %lld runs, %.0f a second, %lld:%02lld left\x1b[K", bar.c_str(), done,
-                 total_, rate, left / 60, left % 60);
-    std::fflush(stderr);
-  }
-  void Clear() const {
-    if (shown_) std::fprintf(stderr, "\r\x1b[K");
-  }
-  void AddPause(Clock::duration pause) { paused_ += pause; }
-
- private:
-  const long long total_;
-  const bool shown_;
-  const Clock::time_point start_ = Clock::now();
-  Clock::duration paused_{};
 };
 
 // True to go on.
@@ -101,7 +66,8 @@ bool HasTables(const SAnsiStringList &result) {
 // A search on its way.
 class Watch {
  public:
-  Watch(SSimulationMain &search, long long total, SAnsiStringList *systems) : total_(total), line_(total) {
+  Watch(SSimulationMain &search, long long total, SAnsiStringList *systems)
+      : total_(total), line_(static_cast<std::size_t>(total), "runs") {
     info_.Thread = &thread_;
     info_.Window = &window_;
     info_.Lock = &lock_;
@@ -119,13 +85,16 @@ class Watch {
     HostMessage message;
     const bool over = ended_;
     window_.Wait(over ? 0 : kPollMilliseconds, &message);
+    // One look serves all the runs that have been done meanwhile.
+    while (window_.Wait(0, &message)) {
+    }
     SAnsiStringList result;
     {
       const std::lock_guard guard(lock_);
       result = info_.Result;
       done_ = result.GetSize() > 0 ? info_.Current + 1 : 0;
     }
-    line_.Show(done_);
+    line_.Show(static_cast<std::size_t>(done_));
     if (done_ > 0 && !HasTables(result)) Stop();
     return !over;
   }
@@ -139,11 +108,11 @@ class Watch {
       window_.Wait(1, &message);
     }
     if (ended_) return true;
-    const auto begin = SearchLine::Clock::now();
+    const auto begin = Progress::Clock::now();
     line_.Clear();
     const bool goesOn = interrupts == before && InputIsTerminal() && AskToGoOn(info_.Current + 1, total_) &&
                         interrupts == before;
-    line_.AddPause(SearchLine::Clock::now() - begin);
+    line_.AddPause(Progress::Clock::now() - begin);
     return goesOn;
   }
 
@@ -169,7 +138,7 @@ class Watch {
   tagOPVARTHREADINFO info_;
   std::atomic<bool> ended_ = false;
   const long long total_;
-  SearchLine line_;
+  Progress line_;
   long long done_ = 0;
   // The last member, so that it ends before what it works on.
   HostThread thread_;

@@ -113,9 +113,7 @@ Backtest::Backtest(const SimulationOptions &options)
   simulation.SetSymbolName(SymbolOf(bars_));
   simulation.TickSize = options.tick > 0.0 ? options.tick : TickOf(bars_);
   simulation.SetFunction(&functions_);
-  simulation.SetVariable(bars_[BarField::Close], bars_[BarField::Open], bars_[BarField::High],
-                         bars_[BarField::Low], bars_[BarField::Volume], bars_[BarField::Date],
-                         bars_[BarField::OpenInterest], bars_[BarField::Amount]);
+  bars_.BindTo(simulation);
   simulation.SetVariableToIndex();
   simulation.SetBigPointValue(options.pointValue);
   if (options.margin > 0.0) simulation.SetMargin(options.margin);

@@ -33,9 +33,7 @@ class Worker {
  public:
   explicit Worker(const Screen &screen)
       : screen_(screen), functions_(screen.functions), index_(screen.condition) {
-    index_.SetVariable(bars_[BarField::Close], bars_[BarField::Open], bars_[BarField::High],
-                       bars_[BarField::Low], bars_[BarField::Volume], bars_[BarField::Date],
-                       bars_[BarField::OpenInterest], bars_[BarField::Amount]);
+    bars_.BindTo(index_);
     index_.SetFunction(&functions_);
     index_.GetMinDataSize();
   }
@@ -107,7 +105,7 @@ void Prepare(Screen &screen) {
 std::vector<ScreenResult> RunScreen(const Screen &screen, const std::vector<SymbolFile> &files, int jobs) {
   std::vector<ScreenResult> results(files.size());
   std::atomic<std::size_t> next = 0;
-  Progress progress(files.size());
+  Progress progress(files.size(), "symbols");
   const auto work = [&] {
     Worker worker(screen);
     for (std::size_t i = next++; i < files.size(); i = next++) {
