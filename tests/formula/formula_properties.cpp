@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "tests/formula/engine.h"
-#include "tests/formula/naive_evaluator.h"
 #include "tests/formula/random_formula.h"
 #include "trovenu/formula/postfix/carried.h"
 #include "trovenu/formula/words.h"
@@ -103,16 +102,6 @@ void ExpectRepeatable(std::uint32_t seed, int formulas, int bars) {
     EXPECT_TRUE(Agree(first.value, second.value)) << Readable(formula);
     Reader(data, formula).calc.Calculate(bars / 2);
     ASSERT_TRUE(SameBars(data, before)) << Readable(formula);
-  }
-}
-
-void ExpectAsNaive(std::uint32_t seed, int formulas, int bars) {
-  Bars data = BarsFrom(bars, seed, 2);
-  RandomFormula source(seed, RandomFormula::Words::Operators);
-  for (int n = 0; n < formulas; ++n) {
-    const std::string formula = source.Next();
-    EXPECT_TRUE(Agree(Whole(data, formula).value, NaiveEvaluator(data).Calculate(formula)))
-        << Readable(formula);
   }
 }
 

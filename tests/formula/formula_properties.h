@@ -13,9 +13,6 @@ void ExpectTailsAgree(std::uint32_t seed, int formulas, int bars, int firstBar);
 /// An evaluation changes none of the bound series, and a second one gives the same bits.
 void ExpectRepeatable(std::uint32_t seed, int formulas, int bars);
 
-/// Operators, variables and shifts agree with an evaluator that copies every value where the text has it.
-void ExpectAsNaive(std::uint32_t seed, int formulas, int bars);
-
 /// Any text comes to its end, whatever its bytes: token by token, in both forms of `Calculate`, compiled and
 /// run.
 void ExpectAnyTextEnds(std::uint32_t seed, int texts);

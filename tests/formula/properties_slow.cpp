@@ -15,10 +15,6 @@ TEST(FormulaPropertiesSlow, EvaluationIsRepeatable) {
   for (std::uint32_t seed = 200; seed < 220; ++seed) ExpectRepeatable(seed, 2500, 70);
 }
 
-TEST(FormulaPropertiesSlow, OperatorsAgreeWithANaiveEvaluator) {
-  for (std::uint32_t seed = 300; seed < 320; ++seed) ExpectAsNaive(seed, 5000, 20);
-}
-
 TEST(FormulaPropertiesSlow, AnyTextEnds) {
   for (std::uint32_t seed = 400; seed < 410; ++seed) ExpectAnyTextEnds(seed, 50000);
 }

@@ -33,8 +33,6 @@ TEST(FormulaProperties, TailsAgreeWithTheWhole) {
 
 TEST(FormulaProperties, EvaluationIsRepeatable) { ExpectRepeatable(3, 2000, 50); }
 
-TEST(FormulaProperties, OperatorsAgreeWithANaiveEvaluator) { ExpectAsNaive(4, 3000, 20); }
-
 TEST(FormulaProperties, AnyTextEnds) { ExpectAnyTextEnds(5, 20000); }
 
 }  // namespace
