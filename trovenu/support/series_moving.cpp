@@ -198,7 +198,7 @@ void SVector::CalcWAvgCum(const SVector &source, int n) {
 void SVector::CalcESumCum(const SVector &source, int n) {
   double sum = 0.0;
   FillGrowing(*this, source, n, [&sum](double m, int i, double x) {
-    return sum = m == 1.0 ? x : sum * (static_cast<double>(i) - 1.0) / i + x;
+    return sum = m == 1.0 ? x : sum * ((static_cast<double>(i) - 1.0) / i) + x;
   });
 }
 

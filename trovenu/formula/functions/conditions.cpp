@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "trovenu/support/select.h"
+
 namespace trovenu {
 namespace {
 
@@ -27,9 +29,9 @@ SVector Choose(const SVector &condition, const SVector &a, const SVector &b, con
   const int start = std::max({condition.startIndex, a.startIndex, b.startIndex});
   SVector result;
   result.BeginResult(bars.size, start);
-  for (int i = std::max(start, 0); i < result.size; ++i) {
-    result.data[i] = i < bars.startIndex ? 0.0 : condition[i] != 0.0 ? a[i] : b[i];
-  }
+  int i = std::max(start, 0);
+  for (; i < std::min(bars.startIndex, result.size); ++i) result.data[i] = 0.0;
+  for (; i < result.size; ++i) result.data[i] = Select(condition[i] != 0.0, a[i], b[i]);
   return result;
 }
 

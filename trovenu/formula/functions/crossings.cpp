@@ -11,7 +11,7 @@ SVector FindCrossings(const SVector &a, const SVector &b, Crosses crosses) {
   const int first = std::max({a.startIndex, b.startIndex, 0});
   result.BeginResult(std::max(a.size, b.size), MoveIndex(first, 1));
   for (int i = result.startIndex; i < result.size; ++i) {
-    result.data[i] = crosses(a[i - 1], b[i - 1], a[i], b[i]) ? 1.0 : 0.0;
+    result.data[i] = static_cast<double>(crosses(a[i - 1], b[i - 1], a[i], b[i]));
   }
   return result;
 }
@@ -30,11 +30,13 @@ constexpr Function kRows[] = {
 }  // namespace
 
 SVector CrossUp(const SVector &a, const SVector &b) {
-  return FindCrossings(a, b, [](double a0, double b0, double a1, double b1) { return a0 <= b0 && a1 > b1; });
+  return FindCrossings(a, b,
+                       [](double a0, double b0, double a1, double b1) { return (a0 <= b0) & (a1 > b1); });
 }
 
 SVector CrossDown(const SVector &a, const SVector &b) {
-  return FindCrossings(a, b, [](double a0, double b0, double a1, double b1) { return a0 >= b0 && a1 < b1; });
+  return FindCrossings(a, b,
+                       [](double a0, double b0, double a1, double b1) { return (a0 >= b0) & (a1 < b1); });
 }
 
 FunctionRows CrossingRows() { return kRows; }

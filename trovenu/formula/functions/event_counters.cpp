@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "trovenu/formula/messages.h"
+#include "trovenu/support/select.h"
 
 namespace trovenu {
 namespace {
@@ -30,7 +31,7 @@ SVector ExtremeSince(int n, const SVector &condition, const SVector &x, Pick pic
   const int displaced = nth - first;
   double extreme = 0.0;
   for (int i = first; i + displaced < result.size; ++i) {
-    extreme = condition[i] != 0.0 ? x[i] : pick(extreme, x[i]);
+    extreme = Select(condition[i] != 0.0, x[i], pick(extreme, x[i]));
     result.data[i + displaced] = extreme;
   }
   return result;
@@ -78,7 +79,7 @@ SVector BarsSince(const SVector &condition) {
   result.BeginResult(condition.size, first);
   double bars = 0.0;
   for (int i = first; i < result.size; ++i) {
-    if (condition[i] != 0.0) bars = 0.0;
+    bars = Select(condition[i] != 0.0, 0.0, bars);
     result.data[i] = bars;
     bars += 1.0;
   }
@@ -96,8 +97,7 @@ SVector CountSince(const SVector &a, const SVector &b) {
   result.BeginResult(size, first);
   double count = 0.0;
   for (int i = first; i < result.size; ++i) {
-    if (a[i] != 0.0) count = 0.0;
-    if (b[i] != 0.0) count += 1.0;
+    count = Select(a[i] != 0.0, 0.0, count) + static_cast<double>(b[i] != 0.0);
     result.data[i] = count;
   }
   return result;
@@ -121,22 +121,18 @@ SVector ValueWhen(int n, const SVector &condition, const SVector &x) {
   }
   result.BeginResult(size, first);
   result.startIndex = kNoValidBar;
+  // The values at the true bars so far, and behind them that of the bar that may be the next.
+  SVector values;
+  values.BeginResult(result.size, 0);
   int count = 0;
-  // The n-th most recent true bar, once there is one.
-  int nth = first;
-  for (int i = first; i < result.size; ++i) {
-    if (condition[i] != 0.0 && count < n) {
-      ++count;
-      if (count == n) {
-        result.startIndex = i;
-        while (condition[nth] == 0.0) ++nth;
-      }
-    } else if (condition[i] != 0.0) {
-      do ++nth;
-      while (condition[nth] == 0.0);
-    }
-    result.data[i] = count == n ? x[nth] : 0.0;
+  for (int i = first; i < values.size; ++i) {
+    values.data[count] = x[i];
+    count += condition[i] != 0.0;
+    const bool reached = count >= n;
+    if (reached && result.startIndex == kNoValidBar) result.startIndex = i;
+    result.data[i] = reached ? values.data[count - n] : 0.0;
   }
+  if (values.size < result.size) result.SetSize(0);
   return result;
 }
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <vector>
 
 #include "trovenu/formula/calc.h"
+#include "trovenu/support/kernels/kernels.h"
+#include "trovenu/support/select.h"
 
 namespace trovenu {
 namespace {
@@ -14,31 +14,26 @@ constexpr double kNoSwing = -1.0;
 // Past the end of every series whose parameters make no sense.
 constexpr int kFaultyStart = 10000;
 
-// Marks the bars of x that stand out against `strength` bars on either side. An equal older bar is allowed,
-// an equal newer one is not; what lies outside x counts as 0.0, and a comparison with what is no number never
-// fails.
-std::vector<unsigned char> MarkSwings(bool isHigh, const SVector &x, int strength) {
-  const int size = x.size;
-  std::vector<unsigned char> swings(static_cast<std::size_t>(size), 1);
-  const auto isBeyond = [isHigh](double other, double p) { return isHigh ? p < other : other < p; };
-  const auto refuse = [&swings](int i) { swings[static_cast<std::size_t>(i)] = 0; };
-  // Bars that no later one has passed yet; each bar enters and leaves once.
-  std::vector<int> open;
-  for (int i = 0; i < size; ++i) {
-    const double p = x[i];
-    if (std::isnan(p)) continue;
-    // A newer bar at or beyond the level refuses the older ones that it reaches, and hides them from those to
-    // come.
-    while (!open.empty() && (isBeyond(p, x[open.back()]) || p == x[open.back()])) {
-      if (i - open.back() <= strength) refuse(open.back());
-      open.pop_back();
-    }
-    const bool reachesOutside = i - strength < 0;
-    if (reachesOutside && isBeyond(0.0, p)) refuse(i);
-    if (!open.empty() && i - open.back() <= strength) refuse(i);
-    open.push_back(i);
+// At each bar the extreme of the `strength` bars up to it. What lies before the series counts as 0.0, and NaN
+// is passed over: a comparison with it never refuses a swing.
+SVector ExtremesUpTo(bool isHigh, const SVector &x, int strength) {
+  SVector extremes;
+  extremes.BeginResult(x.size, 0);
+  double extreme = 0.0;
+  for (int i = 0; i < std::min(strength - 1, extremes.size); ++i) {
+    if (isHigh ? extreme < x.data[i] : x.data[i] < extreme) extreme = x.data[i];
+    extremes.data[i] = extreme;
   }
-  return swings;
+  if (extremes.size < strength) return extremes;
+  const Kernels &kernels = ActiveKernels();
+  (isHigh ? kernels.highest : kernels.lowest)(x.data, strength - 1, x.size, strength, extremes.data);
+  return extremes;
+}
+
+// Whether the bars from `from` to `to` hold a number. The extreme of those that hold none is an infinity,
+// which must not be taken for one of theirs.
+bool HasNumber(const SVector &x, int from, int to) {
+  return std::any_of(x.data + from, x.data + to + 1, [](double v) { return !std::isnan(v); });
 }
 
 Operand SwingHighRule(Call &call) { return FindSwings(true, call.N(0), call.X(1), call.N(2), call.N(3)); }
@@ -72,24 +67,33 @@ SVector FindSwings(bool isHigh, int n, const SVector &x, int strength, int depth
   const int first = std::max(MoveIndex(MoveIndex(x.startIndex, depth), 1), 0);
   result.BeginResult(x.size, first);
   if (first >= result.size) return result;
-  const std::vector<unsigned char> swings = MarkSwings(isHigh, x, strength);
-  const auto isSwing = [&swings](int i) { return i >= 0 && swings[static_cast<std::size_t>(i)] != 0; };
-  // The candidates of bar i run from i - depth + 1 to i - strength. `nth` is the n-th most recent swing up to
-  // `newest`, or the oldest of fewer.
+  SVector extremes = ExtremesUpTo(isHigh, x, strength);
+  if (extremes.size < result.size) {
+    result.SetSize(0);
+    return result;
+  }
+  // The candidates of bar i run from i - depth + 1 to i - strength. The bars of the swings among them are
+  // kept at the front of `extremes`, whose elements there have been read.
+  double *const swings = extremes.data;
   int count = 0;
-  int newest = first - depth;
-  int nth = newest;
+  int candidate = std::max(first - depth + 1, 0);
+  double older = candidate > 0 ? extremes.data[candidate - 1] : 0.0;
+  const double side = isHigh ? 1.0 : -1.0;
   for (int i = first; i < result.size; ++i) {
-    while (newest < i - strength) {
-      if (!isSwing(++newest)) continue;
-      if (count == n) {
-        do ++nth;
-        while (!isSwing(nth));
-      } else if (++count == 1) {
-        nth = newest;
-      }
+    for (; candidate <= i - strength; ++candidate) {
+      const double level = side * x.data[candidate];
+      // An equal older bar is allowed, an equal newer one is not.
+      const double newer = side * extremes.data[candidate + strength];
+      bool refused = level <= newer;
+      if (level == newer && std::isinf(level)) refused = HasNumber(x, candidate + 1, candidate + strength);
+      refused |= level < side * older;
+      older = extremes.data[candidate];
+      swings[count] = candidate;
+      count += !refused;
     }
-    result.data[i] = count == n && nth > i - depth ? x[nth] : kNoSwing;
+    const int nth = count >= n ? static_cast<int>(swings[count - n]) : 0;
+    const bool recent = (count >= n) & (nth > i - depth);
+    result.data[i] = Select(recent, x.data[nth], kNoSwing);
   }
   return result;
 }

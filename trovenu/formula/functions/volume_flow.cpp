@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "trovenu/support/select.h"
+
 namespace trovenu {
 namespace {
 
@@ -11,10 +13,11 @@ SVector VolumeIndex(const SVector &x, const SVector &volume, Moves moves) {
   SVector result;
   result.BeginResult(x.size, 0);
   double value = 100.0;
-  for (int i = 0; i < result.size; ++i) {
-    if (i > 0 && moves(volume[i - 1], volume[i]) && x[i - 1] != 0.0) {
-      value += (x[i] - x[i - 1]) / x[i - 1] * 100.0;
-    }
+  if (result.size > 0) result.data[0] = value;
+  for (int i = 1; i < result.size; ++i) {
+    const double before = x[i - 1];
+    const bool moved = moves(volume[i - 1], volume[i]) & (before != 0.0);
+    value += Select(moved, (x[i] - before) / before * 100.0, 0.0);
     result.data[i] = value;
   }
   result.startIndex = x.startIndex;
