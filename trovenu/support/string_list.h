@@ -11,7 +11,7 @@ namespace trovenu {
 class TROVENU_API SAnsiStringList {
  public:
   /// Adds to the end.
-  void Add(const SString &text) { texts_.push_back(text); }
+  void Add(const SString &text) { texts_.push_back({text}); }
   /// Removes all texts.
   void Clear() { texts_.clear(); }
 
@@ -25,7 +25,13 @@ class TROVENU_API SAnsiStringList {
  private:
   bool Has(long index) const { return index >= 0 && index < GetSize(); }
 
-  std::vector<SString> texts_;
+  // Compilers warn of a vector of what has virtual functions and no virtual destructor, in every program that
+  // has a list.
+  struct Item {
+    SString text;
+  };
+
+  std::vector<Item> texts_;
   SString none_;
 };
 
