@@ -137,6 +137,7 @@ TEST_F(OptimiseTest, WhatIsWrongIsNamed) {
 
 // The search ends after the run at hand, and what it has found is printed and kept.
 TEST_F(OptimiseTest, AnInterruptStopsCleanly) {
+  if (!HasShell()) GTEST_SKIP() << "needs signals of POSIX";
   const ToolResult result = RunShell("timeout --signal=INT 2 '" TROVENU_TOOL
                                      "' optimise --bars data/daily.csv --long-entry 'crossup(c,avg(c,n))' "
                                      "--range n=2:100000:0.01 --top 1 --report '" +
@@ -150,6 +151,7 @@ TEST_F(OptimiseTest, AnInterruptStopsCleanly) {
 
 // Lists of trades grow from run to run until one is larger than files may be.
 TEST_F(OptimiseTest, TheFirstRunWithoutTablesIsNamed) {
+  if (!HasShell()) GTEST_SKIP() << "needs limits of POSIX";
   const ToolResult result = RunShell(
       "trap '' XFSZ; ulimit -f 60; trovenu optimise --bars data/daily.csv --long-entry 'crossup(c,avg(c,n))' "
       "--long-exit 'crossdown(c,avg(c,n))' --range n=20:2:-1 --report '" +

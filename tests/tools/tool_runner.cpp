@@ -1,11 +1,12 @@
 #include "tests/tools/tool_runner.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <sstream>
+
+#include "tests/tools/program.h"
+#include "trovenu/platform/platform.h"
 
 #ifndef TROVENU_TOOL
 #define TROVENU_TOOL ""
@@ -24,20 +25,6 @@ std::string ReadFile(const fs::path &path) {
 
 void WriteFile(const fs::path &path, std::string_view content) {
   std::ofstream(path, std::ios::binary) << content;
-}
-
-// A shell's word that stands for exactly this text.
-std::string ShellWord(const std::string &text) {
-  std::string word = "'";
-  for (const char c : text) {
-    if (c == '\'') {
-      word += "'\\''";
-    } else {
-      word += c;
-    }
-  }
-  word += '\'';
-  return word;
 }
 
 }  // namespace
@@ -76,31 +63,19 @@ std::vector<std::string> ToolTest::Files() const {
 
 ToolResult ToolTest::Run(const std::vector<std::string> &arguments, std::string_view input) const {
   WriteFile(streams_ / "in", input);
-  std::ostringstream command;
-  command << "cd " << ShellWord(folder_.string()) << " && " << ShellWord(TROVENU_TOOL);
-  for (const std::string &argument : arguments) command << ' ' << ShellWord(argument);
-  command << " <" << ShellWord((streams_ / "in").string());
-  return RunCommand(command.str());
+  return Result(RunProgram(TROVENU_TOOL, arguments, folder_, streams_));
 }
+
+bool ToolTest::HasShell() { return kPathSeparator == '/'; }
 
 ToolResult ToolTest::RunShell(const std::string &line) const {
-  std::ostringstream command;
-  command << "cd " << ShellWord(TROVENU_SOURCE_DIR) << " && trovenu() { " << ShellWord(TROVENU_TOOL)
-          << " \"$@\"; } && { " << line << "; } 2>&1";
-  return RunCommand(command.str());
+  WriteFile(streams_ / "in", "");
+  const std::string script = "trovenu() { '" TROVENU_TOOL "' \"$@\"; } && { " + line + "; } 2>&1";
+  return Result(RunProgram("/bin/sh", {"-c", script}, TROVENU_SOURCE_DIR, streams_));
 }
 
-ToolResult ToolTest::RunCommand(const std::string &command) const {
-  const auto stream = [&](const char *name) { return ShellWord((streams_ / name).string()); };
-  std::ostringstream whole;
-  whole << "{ " << command << "; } >" << stream("out") << " 2>" << stream("err") << "; echo $? >"
-        << stream("code");
-  if (std::system(whole.str().c_str()) != 0) ADD_FAILURE() << "can't run " << whole.str();
-  ToolResult result;
-  result.out = ReadFile(streams_ / "out");
-  result.err = ReadFile(streams_ / "err");
-  result.exitCode = std::atoi(ReadFile(streams_ / "code").c_str());
-  return result;
+ToolResult ToolTest::Result(int exitCode) const {
+  return {.exitCode = exitCode, .out = ReadFile(streams_ / "out"), .err = ReadFile(streams_ / "err")};
 }
 
 ToolResult ToolTest::Eval(std::string_view bars, const std::string &formula) const {

@@ -32,6 +32,8 @@ class ToolTest : public testing::Test {
   /// Runs `trovenu` with these arguments and `input` on standard input.
   ToolResult Run(const std::vector<std::string> &arguments, std::string_view input = "") const;
 
+  /// False where there is no shell of POSIX; a test that uses `RunShell` is then skipped.
+  static bool HasShell();
   /// Runs a line of shell as in the project's top folder, with the tool as `trovenu`. `out` holds both
   /// streams.
   ToolResult RunShell(const std::string &line) const;
@@ -40,7 +42,7 @@ class ToolTest : public testing::Test {
   ToolResult Eval(std::string_view bars, const std::string &formula) const;
 
  private:
-  ToolResult RunCommand(const std::string &command) const;
+  ToolResult Result(int exitCode) const;
 
   std::filesystem::path folder_;
   std::filesystem::path streams_;
