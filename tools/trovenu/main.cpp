@@ -7,6 +7,7 @@
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/failure.h"
 #include "tools/trovenu/terminal_text.h"
+#include "trovenu/platform/terminal.h"
 #include "trovenu/platform/version.h"
 
 namespace trovenu::tool {
@@ -60,6 +61,7 @@ int Run(int argc, char **argv) {
 }  // namespace trovenu::tool
 
 int main(int argc, char **argv) {
+  trovenu::PrepareStandardStreams();
   try {
     return trovenu::tool::Run(argc, argv);
   } catch (const std::exception &fault) {

@@ -3,9 +3,13 @@
 #include "trovenu/platform/export.h"
 
 /// \file
-/// What tools ask about the terminal that they run on.
+/// What tools need of the terminal that they run on.
 
 namespace trovenu {
+
+/// Standard input, output and error carry bytes as they are, and a console shows UTF-8. To be called first of
+/// all; without it, Windows changes line ends.
+TROVENU_API void PrepareStandardStreams();
 
 /// True if standard error is shown on a terminal.
 TROVENU_API bool ErrorsGoToTerminal();

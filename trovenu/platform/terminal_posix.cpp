@@ -5,6 +5,8 @@
 
 namespace trovenu {
 
+void PrepareStandardStreams() {}
+
 bool ErrorsGoToTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 bool InputIsTerminal() { return isatty(STDIN_FILENO) != 0; }

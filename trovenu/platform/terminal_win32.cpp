@@ -6,9 +6,25 @@
 #endif
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+#include <initializer_list>
+
 #include "trovenu/platform/terminal.h"
 
 namespace trovenu {
+
+void PrepareStandardStreams() {
+  for (std::FILE *stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+  SetConsoleOutputCP(CP_UTF8);
+  // Escape sequences, of which the line of progress has some.
+  constexpr DWORD kSequences = 4;
+  DWORD mode = 0;
+  const HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
+  if (GetConsoleMode(errors, &mode) != FALSE) SetConsoleMode(errors, mode | kSequences);
+}
 
 bool ErrorsGoToTerminal() { return GetFileType(GetStdHandle(STD_ERROR_HANDLE)) == FILE_TYPE_CHAR; }
 
