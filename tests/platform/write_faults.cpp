@@ -10,7 +10,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdarg>
 #include <cstdio>
 
 namespace trovenu::tests {
@@ -23,6 +25,16 @@ std::size_t stopAtWrite = 0;
 std::size_t bytesOfStopped = 0;
 
 constexpr int kStopped = 77;
+
+// Counts down to the call that fails; 0 where none does, or where it has failed.
+thread_local int callsToFailure = 0;
+
+/// True for the call that is to fail.
+bool FailsNow() {
+  if (callsToFailure == 0 || --callsToFailure > 0) return false;
+  errno = EIO;
+  return true;
+}
 
 /// True for the call in which the process is to end.
 bool IsTheOne() { return writesSoFar != nullptr && (*writesSoFar)++ == stopAtWrite; }
@@ -58,6 +70,10 @@ Interrupted StopAtWrite(std::size_t stopAt, std::size_t bytes, const std::functi
   return result;
 }
 
+FailingCall::FailingCall(int nth) { callsToFailure = nth; }
+FailingCall::~FailingCall() { callsToFailure = 0; }
+bool FailingCall::Happened() const { return callsToFailure == 0; }
+
 bool RunOnFullDisk(std::size_t bytes, const std::function<void()> &action) {
   const pid_t child = fork();
   if (child == 0) {
@@ -82,12 +98,30 @@ bool WaitFor(int process) { return ChildResult(process) == 0; }
 
 // These stand before the functions of the C library in every test program.
 
+using trovenu::tests::FailsNow;
 using trovenu::tests::IsTheOne;
 using trovenu::tests::kStopped;
 
 extern "C" {
 
+int open(const char *path, int flags, ...) {
+  if (FailsNow()) return -1;
+  mode_t mode = 0;
+  if ((flags & O_CREAT) != 0) {
+    va_list arguments;
+    va_start(arguments, flags);
+    mode = va_arg(arguments, mode_t);
+    va_end(arguments);
+  }
+  return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+
+int fchmod(int file, mode_t mode) noexcept {
+  return FailsNow() ? -1 : static_cast<int>(syscall(SYS_fchmod, file, mode));
+}
+
 ssize_t pwrite(int file, const void *data, size_t size, off_t offset) {
+  if (FailsNow()) return -1;
   const bool stop = IsTheOne();
   const size_t some = stop ? std::min(size, trovenu::tests::bytesOfStopped) : size;
   const ssize_t result = syscall(SYS_pwrite64, file, data, some, offset);
@@ -96,6 +130,7 @@ ssize_t pwrite(int file, const void *data, size_t size, off_t offset) {
 }
 
 int fsync(int file) {
+  if (FailsNow()) return -1;
   if (IsTheOne()) _exit(kStopped);
   // The order of calls is what is tested; waiting for the disk each time would only take long.
   static_cast<void>(file);
@@ -103,11 +138,13 @@ int fsync(int file) {
 }
 
 int ftruncate(int file, off_t size) noexcept {
+  if (FailsNow()) return -1;
   if (IsTheOne()) _exit(kStopped);
   return static_cast<int>(syscall(SYS_ftruncate, file, size));
 }
 
 int rename(const char *from, const char *to) noexcept {
+  if (FailsNow()) return -1;
   if (IsTheOne()) _exit(kStopped);
   return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
@@ -119,6 +156,9 @@ namespace trovenu::tests {
 
 bool CanStopWrites() { return false; }
 Interrupted StopAtWrite(std::size_t, std::size_t, const std::function<void()> &) { return {}; }
+FailingCall::FailingCall(int) {}
+FailingCall::~FailingCall() = default;
+bool FailingCall::Happened() const { return false; }
 bool RunOnFullDisk(std::size_t, const std::function<void()> &) { return false; }
 int StartProcess(const std::function<bool()> &) { return -1; }
 bool WaitFor(int) { return false; }

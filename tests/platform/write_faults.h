@@ -23,6 +23,18 @@ Interrupted StopAtWrite(std::size_t stopAt, std::size_t bytes, const std::functi
 /// ended.
 bool RunOnFullDisk(std::size_t bytes, const std::function<void()> &action);
 
+/// Lets one call of this thread fail, as if the device were out of order: of those that open a file or change
+/// one, the `nth` from now on (1 is the next), for as long as the object lives.
+class FailingCall {
+ public:
+  explicit FailingCall(int nth);
+  ~FailingCall();
+  FailingCall(const FailingCall &) = delete;
+  FailingCall &operator=(const FailingCall &) = delete;
+  /// True once the call has failed.
+  bool Happened() const;
+};
+
 /// Runs `action` in a child process, at the same time as this one goes on. `WaitFor` gives true if it
 /// returned true.
 int StartProcess(const std::function<bool()> &action);

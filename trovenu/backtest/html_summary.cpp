@@ -92,11 +92,12 @@ void WriteSummaryPage(const SummaryForm &form, const SString &runTable, const SS
   DB runs(runTable.c_str(), 1);
   runs.MoveFirst(1);
   if (runs.FindFirst("SumFileName", summaryTable.c_str()) == 0) return;
+  DB rows(summaryTable.c_str(), 1);
+  if (rows.State != DB::Open) return;
   HtmlPage page(outputFile);
   page.WriteHead(form.head, runs);
   if (form.ruleBehindHead) page << HtmlRule(640) << "<br>\n";
   SummaryBody body(form, &page);
-  DB rows(summaryTable.c_str(), 1);
   for (rows.MoveFirst(1); rows.Eof() == 0; rows.MoveNext(1)) body.Write(rows);
   body.Finish();
   page.Finish();

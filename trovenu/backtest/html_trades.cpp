@@ -80,6 +80,8 @@ void WriteTrades(const TradeForm &form, const SString &runTable, const SString &
   DB runs(runTable.c_str(), 1);
   runs.MoveFirst(1);
   if (runs.FindFirst("TradeListFileName", tradeTable.c_str()) == 0) return;
+  DB trades(tradeTable.c_str(), 1);
+  if (trades.State != DB::Open) return;
   HtmlPage page(outputFile);
   page.WriteHead(form.head, runs);
   page << HtmlRule(640) << "<br>\n<table" << form.outerWidth
@@ -87,7 +89,6 @@ void WriteTrades(const TradeForm &form, const SString &runTable, const SString &
   WriteRows(
       form, "#EDF5FA", false, &page, [](const TradeCell &cell) { return cell.firstLabel; },
       [](const TradeCell &cell) { return cell.secondLabel; });
-  DB trades(tradeTable.c_str(), 1);
   for (trades.MoveFirst(1); trades.Eof() == 0; trades.MoveNext(1)) {
     const auto value = [&](const char *field) { return EscapeHtml(trades.GetStr(field).View()); };
     WriteRows(

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "trovenu/indicator/index.h"
+#include "trovenu/support/block_pool.h"
 
 namespace trovenu {
 
@@ -60,6 +61,7 @@ void SIndex::CalcLast() {
   Bind(calc);
   ConvertExpression();
   const int size = Variable[0] != nullptr ? Variable[0]->GetSize() : 0;
+  const unsigned long long refused = RefusedBlockCount();
 
   // How each formula runs: over all bars, or from a bar on.
   bool full[kExpressions];
@@ -105,6 +107,8 @@ void SIndex::CalcLast() {
     }
     MarkPrices(ExpData[i], redone);
   }
+  // Where memory ran out some of the results lack bars, so the next update starts from nothing.
+  if (RefusedBlockCount() != refused) SetCalcInit();
 }
 
 void SIndex::SetCalcInit() {

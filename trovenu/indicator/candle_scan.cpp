@@ -2,6 +2,7 @@
 
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/indicator/index.h"
+#include "trovenu/support/block_pool.h"
 
 namespace trovenu {
 namespace {
@@ -29,6 +30,7 @@ void SIndex::CalcCandlePattern() {
   Bind(calc);
   SVector &marks = ExpData[0];
   marks.InitTemp();
+  const unsigned long long refused = RefusedBlockCount();
   const int size = Variable[0] != nullptr ? Variable[0]->GetSize() : 0;
   const int old = marks.GetSize();
   const bool tail = CalcCount[0] >= 0 && old > 0;
@@ -57,6 +59,8 @@ void SIndex::CalcCandlePattern() {
     }
   }
   marks.InitTemp();
+  // Where memory ran out some patterns are missing, so the next update starts from nothing.
+  if (RefusedBlockCount() != refused) SetCalcInit();
 }
 
 }  // namespace trovenu

@@ -163,10 +163,8 @@ bool NewFile::OpenBeside(const std::string &name) {
     // Its holder may have put this very file in place before letting it go.
     const bool inUse = flock(Descriptor(file_.handle_), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     const bool own = !inUse && file_.IsAt(name);
-    if (own && file_.Resize(0)) {
-      beside_ = name;
-      return true;
-    }
+    if (own) beside_ = name;
+    if (own && file_.Resize(0)) return true;
     const int fault = inUse ? EWOULDBLOCK : errno;
     file_.Close();
     errno = fault;

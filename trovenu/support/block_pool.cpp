@@ -109,6 +109,8 @@ Pool *ThreadPool() {
 // Counts down to the allocation that a test wants to fail; 0 where none does.
 thread_local int allocationsToFailure = 0;
 
+thread_local unsigned long long refused = 0;
+
 Block *AllocateBlock(int sizeClass, Pool *pool) {
   if (allocationsToFailure > 0 && --allocationsToFailure == 0) return nullptr;
   const std::size_t elements = ClassElements(sizeClass);
@@ -219,7 +221,10 @@ double *AcquireBlock(int elements, int firstWritten) {
   Pool *pool = ThreadPool();
   Block *block = pool != nullptr ? TakeFree(*pool, sizeClass, firstWritten, elements) : nullptr;
   if (block == nullptr) block = AllocateBlock(sizeClass, pool);
-  if (block == nullptr) return nullptr;
+  if (block == nullptr) {
+    ++refused;
+    return nullptr;
+  }
   OpenAllElements(block);
   double *values = Elements(block);
   std::fill_n(values + block->writtenFrom, WrittenBelow(*block, firstWritten), 0.0);
@@ -255,6 +260,8 @@ unsigned long long AllocatedBlockCount() {
   const Pool *pool = ThreadPool();
   return pool != nullptr ? pool->allocated : 0;
 }
+
+unsigned long long RefusedBlockCount() { return refused; }
 
 unsigned long long RetainedElementCount() {
   const Pool *pool = ThreadPool();

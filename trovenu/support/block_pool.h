@@ -32,6 +32,10 @@ void ReleaseBlock(double *block, int writtenFrom, int writtenTo);
 /// Blocks taken from the system's allocator by this thread so far; a steady state leaves it unchanged.
 unsigned long long AllocatedBlockCount();
 
+/// Blocks that this thread was refused so far for want of memory: a calculation during which that grows is
+/// not to be built upon.
+unsigned long long RefusedBlockCount();
+
 /// Elements in the blocks that wait in this thread's pool.
 unsigned long long RetainedElementCount();
 
