@@ -15,6 +15,7 @@ function(trovenu_use_flags target)
     $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-delete-non-abstract-non-virtual-dtor>)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64|amd64")
     target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
+    trovenu_allow_false_overlaps(${target})
   endif()
   if(TROVENU_SANITIZE)
     target_compile_options(${target} PRIVATE
@@ -32,7 +33,11 @@ function(trovenu_use_fewer_checks target)
   if(TROVENU_SANITIZE MATCHES "undefined")
     target_compile_options(${target} PRIVATE -fno-sanitize=null,alignment,vptr)
   endif()
-  # GCC 12 takes "text" + string for a copy onto itself.
+  trovenu_allow_false_overlaps(${target})
+endfunction()
+
+# GCC 12 takes "text" + string for a copy onto itself.
+function(trovenu_allow_false_overlaps target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict)
   endif()

@@ -29,14 +29,25 @@ std::string FilterOf(const std::string &folder) {
   return filter;
 }
 
+class FailingTest : public testing::Test {
+  void TestBody() override { FAIL() << "as it should"; }
+};
+
 }  // namespace
 
-// Takes GoogleTest's own options and `--folder=NAME`, which runs the tests written in tests/NAME alone.
+// Takes GoogleTest's own options, `--folder=NAME`, which runs the tests written in tests/NAME alone, and
+// `--must-fail`, which runs one test that fails: a way to run the tests that takes that for a success is no
+// good.
 int main(int argc, char **argv) {
   testing::InitGoogleTest(&argc, argv);
   constexpr std::string_view kFolder = "--folder=";
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
+    if (argument == "--must-fail") {
+      testing::RegisterTest("MustFail", "Fails", nullptr, nullptr, __FILE__, __LINE__,
+                            []() -> testing::Test * { return new FailingTest; });
+      GTEST_FLAG_SET(filter, "MustFail.Fails");
+    }
     if (!argument.starts_with(kFolder)) continue;
     const std::string filter = FilterOf(std::string(argument.substr(kFolder.size())));
     if (filter.empty()) {
