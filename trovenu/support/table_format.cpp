@@ -90,7 +90,7 @@ bool NoteName(std::string *descriptor, std::string_view shortName, std::string_v
 
 bool TableFormat::AddField(std::string_view name, char type, int width) {
   const std::string cut = CutName(name);
-  if (cut.empty() || width < 1 || FindField(cut.c_str()) >= 0) return false;
+  if (cut.empty() || cut.front() == kFieldsEnd || width < 1 || FindField(cut.c_str()) >= 0) return false;
   const auto size = static_cast<std::size_t>(width);
   const std::size_t descriptors = descriptors_ + ColumnsOf(size);
   const std::size_t headSize = kBaseSize + kDescriptorSize * descriptors + 1;
@@ -174,13 +174,21 @@ bool TableFormat::ReadHead(std::string_view bytes, Length length) {
   const bool ownNotes = bytes.substr(kNotesAt, kNotes.size()) == kNotes;
   headSize_ = Word(bytes, kHeadSizeAt);
   std::size_t at = kBaseSize;
+  const auto readFields = [&](std::size_t end) {
+    for (at = kBaseSize; at + kDescriptorSize <= end && bytes[at] != kFieldsEnd; at += kDescriptorSize)
+      ReadField(bytes.substr(at, kDescriptorSize), ownNotes);
+    return at < bytes.size() && bytes[at] == kFieldsEnd;
+  };
   // Our own heads end right behind the descriptors, whatever a damaged length says.
-  const std::size_t end = ownNotes ? bytes.size() : std::min(bytes.size(), headSize_);
-  while (at + kDescriptorSize <= end && bytes[at] != kFieldsEnd) {
-    ReadField(bytes.substr(at, kDescriptorSize), ownNotes);
-    at += kDescriptorSize;
+  const std::size_t told = std::min(bytes.size(), headSize_);
+  const bool ended = readFields(ownNotes ? bytes.size() : told);
+  if (ownNotes && !ended) {
+    // It is the end of the fields that is damaged, and what was read reaches into the records.
+    fields_.clear();
+    recordSize_ = 1;
+    readFields(told);
+    sound_ = false;
   }
-  const bool ended = at < bytes.size() && bytes[at] == kFieldsEnd;
   if (ownNotes && ended) {
     sound_ = headSize_ == at + 1;
     headSize_ = at + 1;
@@ -190,9 +198,9 @@ bool TableFormat::ReadHead(std::string_view bytes, Length length) {
     Clear();
     return false;
   }
-  const std::size_t told = Word(bytes, kRecordSizeAt);
-  sound_ = sound_ && told == fieldsSize_;
-  SetRecordSize(length == Length::OfHead ? told : fieldsSize_);
+  const std::size_t toldRecord = Word(bytes, kRecordSizeAt);
+  sound_ = sound_ && toldRecord == fieldsSize_;
+  SetRecordSize(length == Length::OfHead ? toldRecord : fieldsSize_);
   return true;
 }
 

@@ -41,8 +41,8 @@ class TROVENU_API TableFormat {
   void Clear() { *this = TableFormat(); }
 
   /// Adds a field behind the others. A type that is none of those of `TableField`, in either case, counts as
-  /// text. False, with nothing added, for an empty name, one that is there already, a width below 1, and
-  /// where the record or the head would get too long.
+  /// text. False, with nothing added, for an empty name, one that is there already or begins with a carriage
+  /// return, a width below 1, and where the record or the head would get too long.
   bool AddField(std::string_view name, char type, int width);
 
   const std::vector<TableField> &Fields() const { return fields_; }

@@ -1,0 +1,42 @@
+// Faults that were fixed once.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/platform/temp_folder.h"
+#include "tests/support/table_maker.h"
+#include "trovenu/support/table_check.h"
+#include "trovenu/support/table_format.h"
+
+namespace trovenu::tests {
+namespace {
+
+// The descriptors were read on into the records, and the table counted as sound and was written.
+TEST(TableRegression, AHeadWhoseEndIsDamagedEndsWhereItsLengthSays) {
+  const TempFolder folder(TempFolder::Place::InMemory);
+  const std::string path = folder.Path("a.rpt");
+  MakeTable(path, 3);
+  std::string bytes = folder.Content("a.rpt");
+  bytes[kMadeHeadSize - 1] = 'x';
+  folder.Put("a.rpt", bytes);
+  EXPECT_EQ(CheckTable(path).fields, 3U);
+  EXPECT_FALSE(CheckTable(path).IsWhole());
+  EXPECT_EQ(CountRecords(path), 3);
+  ASSERT_TRUE(SaveReadableTable(path, folder.Path("saved")));
+  EXPECT_TRUE(CheckTable(folder.Path("saved")).IsWhole());
+  EXPECT_EQ(CountRecords(folder.Path("saved")), 3);
+}
+
+// Such a name stands where the fields end.
+TEST(TableRegression, ANameThatBeginsWithACarriageReturnIsRefused) {
+  TableFormat format;
+  EXPECT_FALSE(format.AddField("\rName", 'C', 5));
+  EXPECT_TRUE(format.AddField("Na\rme", 'C', 5));
+  TableFormat again;
+  ASSERT_TRUE(again.ReadHead(format.Head()));
+  EXPECT_EQ(again.Fields().size(), 1U);
+}
+
+}  // namespace
+}  // namespace trovenu::tests
