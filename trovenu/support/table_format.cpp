@@ -80,7 +80,8 @@ bool NoteName(std::string *descriptor, std::string_view shortName, std::string_v
   const auto [own, whole] = std::mismatch(shortName.begin(), shortName.end(), name.begin(), name.end());
   const auto shared = static_cast<std::size_t>(own - shortName.begin());
   const std::string_view rest = name.substr(shared);
-  if (shared == 0 || rest.size() > kDescriptorSize - kNameEndAt) return false;
+  static_assert(TableNames::kLongestRest == kDescriptorSize - kNameEndAt);
+  if (shared == 0 || rest.size() > TableNames::kLongestRest) return false;
   (*descriptor)[kNoteAt] = static_cast<char>(shared);
   descriptor->replace(kNameEndAt, rest.size(), rest);
   return true;

@@ -32,16 +32,19 @@ bool TableNames::Take(std::string_view name) {
 }
 
 std::string TableNames::TakeShort(std::string_view name) {
+  const std::size_t least = name.size() > kLongestRest ? name.size() - kLongestRest : 0;
   const std::string_view digits = DigitsAtEnd(name);
   const std::string_view stem = name.substr(0, name.size() - digits.size());
   if (digits.size() < kLongest / 2) {
-    const std::string form = Cut(stem, kLongest - digits.size()) + std::string(digits);
-    if (Take(form)) return form;
+    const std::string begin = Cut(stem, kLongest - digits.size());
+    if (begin.size() >= least && Take(begin + std::string(digits))) return begin + std::string(digits);
   }
+  const std::string_view whole = stem.size() >= least ? stem : name;
   for (int i = 1; i <= kMostNumbers; ++i) {
     const std::string number = std::to_string(i);
-    const std::string form = Cut(stem, kLongest - number.size()) + number;
-    if (Take(form)) return form;
+    const std::string begin = Cut(whole, kLongest - number.size());
+    if (begin.size() < least) break;
+    if (Take(begin + number)) return begin + number;
   }
   return {};
 }

@@ -11,6 +11,8 @@ namespace trovenu {
 class TableNames {
  public:
   static constexpr std::size_t kLongest = 10;
+  /// What a name may have behind the bytes that it shares with its short form.
+  static constexpr std::size_t kLongestRest = 13;
 
   /// Takes a name that fits. False if it is too long or taken.
   bool Take(std::string_view name);
