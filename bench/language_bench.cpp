@@ -9,6 +9,7 @@
 
 #include "bench/bars.h"
 #include "bench/language.h"
+#include "bench/measure.h"
 #include "bench/sample_call.h"
 #include "bench/yardstick.h"
 #include "trovenu/formula/calc.h"
@@ -16,13 +17,6 @@
 
 namespace trovenu::bench {
 namespace {
-
-double Median(std::vector<double> values) {
-  if (values.empty()) return 0.0;
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 void EvaluateFormula(benchmark::State &state, const std::string &formula) {
   Bars &bars = SharedBars(static_cast<int>(state.range(0)));
@@ -43,11 +37,11 @@ void EvaluateFormula(benchmark::State &state, const std::string &formula) {
     return;
   }
   for (auto _ : state) {
-    const double seconds = Seconds(evaluate);
+    const double seconds = ProcessorSeconds(evaluate);
     state.SetIterationTime(seconds);
     formulaTimes.push_back(seconds);
-    copyTimes.push_back(Seconds([&] { CopySeries(bars.close, scratch); }));
-    runningTimes.push_back(Seconds([&] { RunningMean(bars.close, scratch); }));
+    copyTimes.push_back(ProcessorSeconds([&] { CopySeries(bars.close, scratch); }));
+    runningTimes.push_back(ProcessorSeconds([&] { RunningMean(bars.close, scratch); }));
     benchmark::DoNotOptimize(scratch.data);
   }
   const double time = Median(formulaTimes);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "bench/bars.h"
+#include "bench/measure.h"
 #include "bench/yardstick.h"
 #include "trovenu/formula/functions/crossings.h"
 #include "trovenu/indicator/index.h"
@@ -101,12 +102,6 @@ class Searcher {
   SVector close_, high_, volume_, none_;
   SIndex index_;
 };
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 void SearchAgainstKernels(benchmark::State &state) {
   std::vector<Symbol> symbols = Symbols();

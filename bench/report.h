@@ -1,0 +1,12 @@
+#pragma once
+
+namespace trovenu::bench {
+
+/// Prints the page docs/performance.md: what formulas, ticks, searches, back-tests and runs of a search over
+/// values cost on this machine, beside what they may cost. \return 0, or 1 where a limit is not kept.
+int PrintReport();
+
+/// The part of the page that is about the formulas with a limit of their own.
+int PrintGoals();
+
+}  // namespace trovenu::bench
