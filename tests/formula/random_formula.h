@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "trovenu/formula/function_id.h"
@@ -27,7 +29,11 @@ class RandomFormula {
     AllCalls,
   };
 
-  RandomFormula(std::uint32_t seed, Words words) : random_(seed), words_(words) {}
+  RandomFormula(std::uint32_t seed, Words words)
+      : RandomFormula([random = std::mt19937(seed)]() mutable { return random(); }, words) {}
+  /// Every choice is the rest of a number of `choose`, which must come to zeros where it has no end.
+  RandomFormula(std::function<std::uint_fast32_t()> choose, Words words)
+      : choose_(std::move(choose)), words_(words) {}
 
   /// The next formula in code-page bytes, of one to four statements.
   std::string Next();
@@ -37,7 +43,7 @@ class RandomFormula {
   const std::set<FunctionId> &Used() const { return used_; }
 
  private:
-  int UpTo(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
+  int UpTo(int n) { return static_cast<int>(choose_() % static_cast<unsigned>(n)); }
   bool OneIn(int n) { return UpTo(n) == 0; }
   std::string Pick(std::initializer_list<const char *> texts);
   std::string Spelling(FunctionId function);
@@ -52,7 +58,7 @@ class RandomFormula {
   std::string Filled(const std::string &form, int depth);
   std::string Unit();
 
-  std::mt19937 random_;
+  std::function<std::uint_fast32_t()> choose_;
   Words words_;
   int calls_ = 0;
   std::vector<std::string> seriesNames_;

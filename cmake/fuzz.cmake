@@ -1,0 +1,46 @@
+# fuzz/NAME_fuzz.cpp is the fuzz target NAME. With TROVENU_BUILD_FUZZERS, which needs Clang, each is a program,
+# fuzz_NAME; scripts/fuzz runs them. The tests have them all in one program, which runs the kept inputs.
+file(GLOB fuzz_targets CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*_fuzz.cpp")
+file(GLOB fuzz_helpers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*.cpp")
+list(FILTER fuzz_helpers EXCLUDE REGEX "/(replay|seeds|[a-z_]+_fuzz)\\.cpp$")
+list(APPEND fuzz_helpers tests/formula/random_formula.cpp tools/trovenu/bar_columns.cpp tools/trovenu/bars.cpp
+  tools/trovenu/csv_reader.cpp tools/trovenu/date_text.cpp tools/trovenu/terminal_text.cpp
+  tools/trovenu/text_file.cpp)
+
+add_library(trovenu_fuzz_helpers OBJECT ${fuzz_helpers})
+trovenu_use_flags(trovenu_fuzz_helpers)
+trovenu_use_fewer_checks(trovenu_fuzz_helpers)
+target_link_libraries(trovenu_fuzz_helpers PUBLIC trovenu_objects)
+
+function(trovenu_add_fuzz_program name)
+  add_executable(${name} ${ARGN})
+  trovenu_use_flags(${name})
+  trovenu_use_fewer_checks(${name})
+  target_link_libraries(${name} PRIVATE trovenu_objects trovenu_fuzz_helpers)
+endfunction()
+
+if(TROVENU_BUILD_FUZZERS)
+  foreach(source IN LISTS fuzz_targets)
+    cmake_path(GET source STEM name)
+    string(REGEX REPLACE "_fuzz$" "" name "${name}")
+    trovenu_add_fuzz_program(fuzz_${name} "${source}")
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  endforeach()
+  trovenu_add_fuzz_program(fuzz_seeds fuzz/seeds.cpp)
+endif()
+
+if(TROVENU_BUILD_TESTS)
+  set(declarations "")
+  set(rows "")
+  foreach(source IN LISTS fuzz_targets)
+    cmake_path(GET source STEM name)
+    string(REGEX REPLACE "_fuzz$" "" name "${name}")
+    set_property(SOURCE "${source}" APPEND PROPERTY COMPILE_DEFINITIONS "LLVMFuzzerTestOneInput=Fuzz_${name}")
+    string(APPEND declarations "extern \"C\" int Fuzz_${name}(const std::uint8_t *data, std::size_t size);\n")
+    string(APPEND rows "    {\"${name}\", Fuzz_${name}},\n")
+  endforeach()
+  configure_file(fuzz/replay_targets.h.in "${PROJECT_BINARY_DIR}/generated/fuzz/replay_targets.h")
+  trovenu_add_fuzz_program(trovenu_fuzz_replay fuzz/replay.cpp ${fuzz_targets})
+  target_include_directories(trovenu_fuzz_replay PRIVATE "${PROJECT_BINARY_DIR}/generated")
+  add_test(NAME fuzz/corpus COMMAND trovenu_fuzz_replay "${PROJECT_SOURCE_DIR}/fuzz/corpus")
+endif()
