@@ -6,6 +6,7 @@
 /// that of plain numbers, element by element, so all builds give the same bits.
 
 #include <cmath>
+#include <cstddef>
 
 #if defined(__GNUC__) && defined(__SSE2__)
 #include <immintrin.h>
@@ -60,6 +61,11 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, Operation opera
   return {operation(a.all, b.all, c.all)};
 }
 
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, FourBars d, Operation operation) {
+  return {operation(a.all, b.all, c.all, d.all)};
+}
+
 TROVENU_INLINE Part RootOf(Part x) { return _mm256_sqrt_pd(x); }
 TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm256_max_pd(x, y); }
@@ -68,6 +74,15 @@ TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm256_min_pd(x, y); }
 /// The value of the bar two places before each of `now`; `before` are the four bars before.
 TROVENU_INLINE FourBars TwoBarsEarlier(FourBars before, FourBars now) {
   return {__builtin_shufflevector(before.all, now.all, 2, 3, 4, 5)};
+}
+
+/// Bars that stand `apart` elements from each other, the first of them at `x`.
+TROVENU_INLINE FourBars Gather(const double *x, std::ptrdiff_t apart) {
+  return {Part{x[0], x[apart], x[2 * apart], x[3 * apart]}};
+}
+
+TROVENU_INLINE void Scatter(double *out, std::ptrdiff_t apart, FourBars bars) {
+  for (int k = 0; k < 4; ++k) out[k * apart] = bars.all[k];
 }
 
 #elif defined(__GNUC__)
@@ -108,6 +123,11 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, Operation opera
   return {operation(a.older, b.older, c.older), operation(a.newer, b.newer, c.newer)};
 }
 
+template <class Operation>
+TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, FourBars d, Operation operation) {
+  return {operation(a.older, b.older, c.older, d.older), operation(a.newer, b.newer, c.newer, d.newer)};
+}
+
 #if defined(__SSE2__)
 TROVENU_INLINE Part RootOf(Part x) { return _mm_sqrt_pd(x); }
 TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
@@ -121,6 +141,17 @@ TROVENU_INLINE Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
 #endif
 
 TROVENU_INLINE FourBars TwoBarsEarlier(FourBars before, FourBars now) { return {before.newer, now.older}; }
+
+TROVENU_INLINE FourBars Gather(const double *x, std::ptrdiff_t apart) {
+  return {Part{x[0], x[apart]}, Part{x[2 * apart], x[3 * apart]}};
+}
+
+TROVENU_INLINE void Scatter(double *out, std::ptrdiff_t apart, FourBars bars) {
+  for (int k = 0; k < 2; ++k) {
+    out[k * apart] = bars.older[k];
+    out[(k + 2) * apart] = bars.newer[k];
+  }
+}
 
 #else
 
@@ -155,6 +186,13 @@ FourBars Each(FourBars a, FourBars b, FourBars c, Operation operation) {
            operation(a.bar[2], b.bar[2], c.bar[2]), operation(a.bar[3], b.bar[3], c.bar[3])}};
 }
 
+template <class Operation>
+FourBars Each(FourBars a, FourBars b, FourBars c, FourBars d, Operation operation) {
+  return {
+      {operation(a.bar[0], b.bar[0], c.bar[0], d.bar[0]), operation(a.bar[1], b.bar[1], c.bar[1], d.bar[1]),
+       operation(a.bar[2], b.bar[2], c.bar[2], d.bar[2]), operation(a.bar[3], b.bar[3], c.bar[3], d.bar[3])}};
+}
+
 inline Part RootOf(Part x) { return std::sqrt(x); }
 inline Part MagnitudeOf(Part x) { return std::fabs(x); }
 inline Part LargerOf(Part x, Part y) { return x > y ? x : y; }
@@ -162,6 +200,14 @@ inline Part SmallerOf(Part x, Part y) { return x < y ? x : y; }
 
 inline FourBars TwoBarsEarlier(FourBars before, FourBars now) {
   return {{before.bar[2], before.bar[3], now.bar[0], now.bar[1]}};
+}
+
+inline FourBars Gather(const double *x, std::ptrdiff_t apart) {
+  return {{x[0], x[apart], x[2 * apart], x[3 * apart]}};
+}
+
+inline void Scatter(double *out, std::ptrdiff_t apart, FourBars bars) {
+  for (int k = 0; k < 4; ++k) out[k * apart] = bars.bar[k];
 }
 
 #endif
@@ -188,6 +234,28 @@ TROVENU_INLINE FourBars Smaller(FourBars a, FourBars b) {
   return Each(a, b, [](Part x, Part y) { return SmallerOf(x, y); });
 }
 
+/// The same for a single bar, for what is written once for both.
+TROVENU_INLINE double Larger(double a, double b) { return a > b ? a : b; }
+TROVENU_INLINE double Smaller(double a, double b) { return a < b ? a : b; }
+
+/// `V` is FourBars, or double for a single bar.
+template <class V>
+TROVENU_INLINE V LoadAs(const double *x) {
+  if constexpr (sizeof(V) == sizeof(double)) {
+    return *x;
+  } else {
+    return Load(x);
+  }
+}
+template <class V>
+TROVENU_INLINE V AllAs(double number) {
+  if constexpr (sizeof(V) == sizeof(double)) {
+    return number;
+  } else {
+    return All(number);
+  }
+}
+
 /// `value`, but `number` where `test` is 0.
 TROVENU_INLINE FourBars UnlessZero(FourBars test, FourBars value, double number) {
   return Each(test, value, All(number), [](Part t, Part v, Part n) { return t == 0.0 ? n : v; });
@@ -196,6 +264,8 @@ TROVENU_INLINE FourBars UnlessZero(FourBars test, FourBars value, double number)
 TROVENU_INLINE FourBars SquareRoot(FourBars a) {
   return Each(a, [](Part x) { return RootOf(x); });
 }
+
+TROVENU_INLINE double SquareRoot(double a) { return std::sqrt(a); }
 
 TROVENU_INLINE FourBars Magnitude(FourBars a) {
   return Each(a, [](Part x) { return MagnitudeOf(x); });
@@ -211,8 +281,13 @@ TROVENU_INLINE double First(Part part) {
 #endif
 }
 
-/// `value` where a is below b, else `other`; no branch is taken.
+/// `value` where a is below b, or equals it, else `other`; no branch is taken.
 TROVENU_INLINE Part WhereBelow(Part a, Part b, Part value, Part other) { return a < b ? value : other; }
+TROVENU_INLINE Part WhereEqual(Part a, Part b, Part value, Part other) { return a == b ? value : other; }
+
+TROVENU_INLINE FourBars WhereBelow(FourBars a, FourBars b, FourBars value, FourBars other) {
+  return Each(a, b, value, other, [](Part x, Part y, Part v, Part o) { return WhereBelow(x, y, v, o); });
+}
 
 }  // namespace
 }  // namespace trovenu

@@ -47,7 +47,7 @@ constexpr int kPlaceBars = 4;
 constexpr int kLongestShortWindow = 35;
 
 // Places between two looks for flat windows, so that the bars are still in the cache.
-constexpr int kStripBars = 64 * kPlaceBars;
+constexpr int kStripBars = 128 * kPlaceBars;
 
 // Where a block lies: its newest bar, its number of bars, and how many bars of its window are newer.
 struct BlockPlace {
