@@ -3,7 +3,7 @@
 /// \file
 /// Largest and smallest element of a window. NaN is passed over.
 
-#include "trovenu/support/kernels/long_windows.h"
+#include "trovenu/support/kernels/long_places.h"
 #include "trovenu/support/kernels/short_windows.h"
 
 namespace trovenu {
@@ -45,32 +45,41 @@ struct ExtremeOfBars {
   TROVENU_INLINE static FourBars Value(const Total &total) { return total.extreme; }
 };
 
-template <bool kLargest>
+template <bool kLargest, class V>
 struct LongExtreme {
-  struct Part {
-    double extreme;
-  };
+  using Number = V;
   const double *x;
+  int n;
 
-  static double Pick(double a, double b) {
+  TROVENU_INLINE static V None() { return AllAs<V>(kBeyondAll<kLargest>); }
+  TROVENU_INLINE V One(int i) const { return LoadAs<V>(x + i); }
+  TROVENU_INLINE V Run(int i) const {
+    return Join(Join(Join(Join(None(), One(i)), One(i - 1)), One(i - 2)), One(i - 3));
+  }
+  // `total`, which is never NaN, unless the other one lies beyond it.
+  TROVENU_INLINE static V Join(V total, V other) {
     if constexpr (kLargest) {
-      return b > a ? b : a;
+      return Larger(other, total);
     } else {
-      return b < a ? b : a;
+      return Smaller(other, total);
     }
   }
-  static Part None() { return {kBeyondAll<kLargest>}; }
-  void Append(Part &part, int i, int /*block*/) const { part.extreme = Pick(part.extreme, x[i]); }
-  void Prepend(Part &part, int i, int /*block*/) const { part.extreme = Pick(part.extreme, x[i]); }
-  double Value(const Part &older, const Part &newer, int, int, int) const {
-    return Pick(older.extreme, newer.extreme);
-  }
+  TROVENU_INLINE static V Result(V total) { return total; }
 };
+
+template <class V, int kRest>
+using LongHighestPlaces = PlacesOf<LongExtreme<true, V>, kRest>;
+template <class V, int kRest>
+using LongLowestPlaces = PlacesOf<LongExtreme<false, V>, kRest>;
 
 template <bool kLargest>
 void Extreme(const double *x, int from, int to, int n, double *out) {
   if (n <= kLongestShortWindow) return SlideShortWindows(ExtremeOfBars<kLargest>{{x}}, from, to, n, out);
-  SlideLongWindows(LongExtreme<kLargest>{x}, from, to, n, out);
+  if constexpr (kLargest) {
+    SlideLongPlaces<LongHighestPlaces>(x, from, to, n, out);
+  } else {
+    SlideLongPlaces<LongLowestPlaces>(x, from, to, n, out);
+  }
 }
 
 void Highest(const double *x, int from, int to, int n, double *out) { Extreme<true>(x, from, to, n, out); }

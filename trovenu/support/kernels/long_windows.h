@@ -17,6 +17,8 @@
 ///   double Value(const Part &older, const Part &newer, int newerCount, int i, int block)
 /// where `block` is the first bar of the block in which the window ends; it lies in every such window, so its
 /// element may serve as the origin of deviations.
+///
+/// A place of four bars may stand for a bar: see long_places.h. `Value` then gives four values.
 
 #include "trovenu/support/kernels/four_bars.h"
 
@@ -89,6 +91,9 @@ class WindowSuffixes {
   Part edges_[kWindowEdges];
 };
 
+TROVENU_INLINE void Put(double *out, int i, double value) { out[i] = value; }
+TROVENU_INLINE void Put(double *out, int place, FourBars values) { Store(out + 4 * place, values); }
+
 // Writes `out[i]` for the windows of n bars that end at the bars i from `from` to `to` - 1.
 template <class Statistic>
 void SlideLongWindows(const Statistic &statistic, int from, int to, int n, double *out) {
@@ -106,7 +111,7 @@ void SlideLongWindows(const Statistic &statistic, int from, int to, int n, doubl
       const int stop = older.Right() < begin && reach < end ? reach : end;
       for (; i < stop; ++i) {
         statistic.Append(newer, i, begin);
-        out[i] = statistic.Value(older.From(i - n + 1), newer, i - begin + 1, i, begin);
+        Put(out, i, statistic.Value(older.From(i - n + 1), newer, i - begin + 1, i, begin));
       }
       if (i < end) older.NextStrip();
     }

@@ -3,7 +3,7 @@
 /// \file
 /// Sum and mean of a window.
 
-#include "trovenu/support/kernels/long_windows.h"
+#include "trovenu/support/kernels/long_places.h"
 #include "trovenu/support/kernels/short_windows.h"
 
 namespace trovenu {
@@ -40,35 +40,38 @@ struct MeanOfBars : SumOfBars {
   TROVENU_INLINE FourBars Value(const Total &total) const { return total.sum / All(n); }
 };
 
+template <class V>
 struct LongSum {
-  struct Part {
-    double sum;
-  };
+  using Number = V;
   const double *x;
+  int n;
 
-  static Part None() { return {0.0}; }
-  void Append(Part &part, int i, int /*block*/) const { part.sum += x[i]; }
-  void Prepend(Part &part, int i, int /*block*/) const { part.sum += x[i]; }
-  double Value(const Part &older, const Part &newer, int, int, int) const { return older.sum + newer.sum; }
+  TROVENU_INLINE static V None() { return AllAs<V>(0.0); }
+  TROVENU_INLINE V One(int i) const { return LoadAs<V>(x + i); }
+  TROVENU_INLINE V Run(int i) const { return (One(i) + One(i - 1)) + (One(i - 2) + One(i - 3)); }
+  TROVENU_INLINE static V Join(V total, V other) { return total + other; }
+  TROVENU_INLINE static V Result(V total) { return total; }
 };
 
-struct LongMean : LongSum {
-  double n;
-
-  double Value(const Part &older, const Part &newer, int, int, int) const {
-    return (older.sum + newer.sum) / n;
-  }
+template <class V>
+struct LongMean : LongSum<V> {
+  TROVENU_INLINE V Result(V total) const { return total / AllAs<V>(this->n); }
 };
+
+template <class V, int kRest>
+using LongSumPlaces = PlacesOf<LongSum<V>, kRest>;
+template <class V, int kRest>
+using LongMeanPlaces = PlacesOf<LongMean<V>, kRest>;
 
 void Sum(const double *x, int from, int to, int n, double *out) {
   if (n <= kLongestShortWindow) return SlideShortWindows(SumOfBars{{x}}, from, to, n, out);
-  SlideLongWindows(LongSum{x}, from, to, n, out);
+  SlideLongPlaces<LongSumPlaces>(x, from, to, n, out);
 }
 
 void Mean(const double *x, int from, int to, int n, double *out) {
-  const double count = n;
-  if (n <= kLongestShortWindow) return SlideShortWindows(MeanOfBars{{{x}}, count}, from, to, n, out);
-  SlideLongWindows(LongMean{{x}, count}, from, to, n, out);
+  if (n <= kLongestShortWindow)
+    return SlideShortWindows(MeanOfBars{{{x}}, static_cast<double>(n)}, from, to, n, out);
+  SlideLongPlaces<LongMeanPlaces>(x, from, to, n, out);
   MendFlatWindows(x, from, to, n, out + from);
 }
 
