@@ -1,6 +1,7 @@
 #include "trovenu/platform/print_format.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -8,7 +9,6 @@
 #include <cstring>
 #include <cwchar>
 #include <iterator>
-#include <optional>
 #include <string_view>
 
 #include "trovenu/platform/code_page.h"
@@ -200,6 +200,43 @@ void AddInteger(std::string &out, const Field &field, std::string_view sign, std
   AddFilled(out, field, prefix, body, field.precision < 0);
 }
 
+/// Numbers with so few decimals, and below 2^52 so that they have binary places, fit 64 bits in units of
+/// their last decimal and with all these places; their texts fit `kShortText` bytes.
+constexpr int kShortDecimals = 3;
+constexpr double kShortEnd = 4503599627370496.0;
+constexpr std::size_t kShortText = 24;
+
+bool IsShort(double value, int decimals) {
+  return decimals >= 0 && decimals <= kShortDecimals && std::fabs(value) < kShortEnd;
+}
+
+/// Such a number in these units, rounded to the nearest one and from the middle to the even one.
+std::uint64_t UnitsOf(double magnitude, int decimals) {
+  static constexpr std::uint64_t kPowers[kShortDecimals + 1] = {1, 10, 100, 1000};
+  constexpr int kMantissaBits = 52;
+  constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
+  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+  const int places = 1075 - static_cast<int>(bits >> kMantissaBits);
+  // Less than half a unit.
+  if (places > 63) return 0;
+  const std::uint64_t scaled = (bits % kLeadingBit + kLeadingBit) * kPowers[decimals];
+  const std::uint64_t belowHalf = (std::uint64_t{1} << (places - 1)) - 1;
+  return (scaled + belowHalf + (scaled >> places) % 2) >> places;
+}
+
+/// Writes such a number, without the sign of a zero, and returns its end.
+char *PutShort(char *out, double value, int decimals) {
+  std::uint64_t units = UnitsOf(std::fabs(value), decimals);
+  if (value < 0.0 && units > 0) *out++ = '-';
+  std::uint64_t whole = units;
+  for (int i = 0; i < decimals; ++i) whole /= 10;
+  out = std::to_chars(out, out + kShortText, whole).ptr;
+  if (decimals == 0) return out;
+  *out++ = '.';
+  for (int i = decimals; i > 0; units /= 10) out[--i] = static_cast<char>('0' + units % 10);
+  return out + decimals;
+}
+
 std::string NumberText(double magnitude, std::chars_format form, int precision) {
   char text[kRoom];
   precision = std::clamp(precision, 0, kMostDecimals);
@@ -213,7 +250,7 @@ std::string GeneralWithZeros(double magnitude, int digits) {
   const char *text = scientific.c_str() + scientific.find('e') + 1;
   std::from_chars(*text == '+' ? text + 1 : text, scientific.c_str() + scientific.size(), exponent);
   if (exponent < -4 || exponent >= digits) return scientific;
-  return NumberText(magnitude, std::chars_format::fixed, digits - 1 - exponent);
+  return PlainFixedText(magnitude, digits - 1 - exponent);
 }
 
 /// The digits of a number at or above 0 without its sign and prefix.
@@ -221,7 +258,7 @@ std::string Digits(double magnitude, const Field &field, char kind) {
   const int precision = field.precision < 0 ? kUsualPrecision : std::min(field.precision, kMostDecimals);
   std::string body;
   if (kind == 'f') {
-    body = NumberText(magnitude, std::chars_format::fixed, precision);
+    body = PlainFixedText(magnitude, precision);
   } else if (kind == 'e') {
     body = NumberText(magnitude, std::chars_format::scientific, precision);
   } else if (kind == 'g' && field.alternate) {
@@ -344,51 +381,9 @@ bool AddConversion(std::string &out, const Field &field, char conversion, Argume
   }
 }
 
-/// A number at or above 0 in units of its last decimal, where the product with a power of ten is certain to
-/// round as the number itself does: it is off by less than `kDoubt`, and the middle of two units is farther.
-std::optional<std::uint32_t> UnitsOf(double magnitude, int decimals) {
-  constexpr double kPowers[] = {1.0, 10.0, 100.0, 1000.0, 10000.0};
-  constexpr double kMost = 1e9;
-  constexpr double kDoubt = 1e-6;
-  if (decimals < 0 || decimals >= static_cast<int>(std::size(kPowers))) return std::nullopt;
-  const double units = magnitude * kPowers[decimals];
-  if (!(units < kMost)) return std::nullopt;
-  const auto whole = static_cast<std::uint32_t>(units);
-  const double rest = units - whole;
-  if (std::fabs(rest - 0.5) < kDoubt) return std::nullopt;
-  return rest > 0.5 ? whole + 1 : whole;
-}
-
-enum class SignOfZero { Kept, Dropped };
-
-// The usual figure of a report, at a fraction of the cost, in a buffer of its own; empty for another one.
-class UsualFigure {
- public:
-  UsualFigure(double value, int decimals, SignOfZero zero) {
-    std::optional<std::uint32_t> units = UnitsOf(std::fabs(value), decimals);
-    if (!units) return;
-    const bool sign = std::signbit(value) && (zero == SignOfZero::Kept || *units > 0);
-    for (int i = 0; i <= decimals || *units > 0; ++i, *units /= 10) {
-      if (i == decimals && decimals > 0) *--begin_ = '.';
-      *--begin_ = static_cast<char>('0' + *units % 10);
-    }
-    if (sign) *--begin_ = '-';
-  }
-  UsualFigure(const UsualFigure &) = delete;
-  UsualFigure &operator=(const UsualFigure &) = delete;
-
-  std::string_view Text() const { return {begin_, static_cast<std::size_t>(std::end(text_) - begin_)}; }
-
- private:
-  char text_[16];
-  char *begin_ = std::end(text_);
-};
-
 }  // namespace
 
 std::string FixedText(double value, int decimals) {
-  const UsualFigure usual(value, decimals, SignOfZero::Kept);
-  if (!usual.Text().empty()) return std::string(usual.Text());
   std::string out;
   Field field;
   field.precision = std::max(decimals, 0);
@@ -396,20 +391,23 @@ std::string FixedText(double value, int decimals) {
   return out;
 }
 
+std::string PlainFixedText(double value, int decimals) {
+  decimals = std::max(decimals, 0);
+  if (IsShort(value, decimals)) {
+    char text[kShortText];
+    return std::string(text, PutShort(text, value, decimals));
+  }
+  std::string text = NumberText(std::fabs(value), std::chars_format::fixed, decimals);
+  if (value < 0.0 && std::ranges::any_of(text, [](char c) { return c > '0'; })) text.insert(0, 1, '-');
+  return text;
+}
+
 void PutPlainFixed(std::span<char> out, double value, int decimals) {
-  const UsualFigure usual(value, decimals, SignOfZero::Dropped);
-  if (!usual.Text().empty()) {
-    usual.Text().copy(out.data(), out.size());
+  if (IsShort(value, decimals) && out.size() >= kShortText) {
+    PutShort(out.data(), value, decimals);
   } else {
     PlainFixedText(value, decimals).copy(out.data(), out.size());
   }
-}
-
-std::string PlainFixedText(double value, int decimals) {
-  std::string text = FixedText(value, decimals);
-  const bool mayBeZero = value > -1.0 && text[0] == '-';
-  if (mayBeZero && text.find_first_of("123456789") == std::string::npos) text.erase(0, 1);
-  return text;
 }
 
 std::string GeneralText(double value, int digits) {
