@@ -27,6 +27,12 @@ void FillHistory(SSimulation *simulation) {
   }
 }
 
+void FillSummary(SSimulation *simulation) {
+  simulation->InsertSummary({"0", "전체 거래"_kr, "0", "손익 요약"_kr, "0", "총손익"_kr, "2.64", "", ""});
+  simulation->InsertSummary({"0", "전체 거래"_kr, "1", "최대 손익"_kr, "1", "a", "1", "b", "2"});
+  simulation->InsertSummary({"1", "매수 거래"_kr, "0", "손익 요약"_kr, "0", "", "", "c", ""});
+}
+
 // Tables of one run whose texts hold the characters that mean something in a page.
 struct RunTables {
   RunTables()
@@ -46,9 +52,7 @@ struct RunTables {
     info.Slippage = "0.05%";
     info.Status = SString('x', 60);
     simulation.InsertSummaryDB(runs.c_str(), info);
-    simulation.InsertSummary({"0", "전체 거래"_kr, "0", "손익 요약"_kr, "0", "총손익"_kr, "2.64", "", ""});
-    simulation.InsertSummary({"0", "전체 거래"_kr, "1", "최대 손익"_kr, "1", "a", "1", "b", "2"});
-    simulation.InsertSummary({"1", "매수 거래"_kr, "0", "손익 요약"_kr, "0", "", "", "c", ""});
+    FillSummary(&simulation);
     simulation.CreateIndividualSummaryDB(summary.c_str());
     simulation.InsertIndividualSummaryDB(summary.c_str());
     FillHistory(&simulation);
@@ -97,6 +101,36 @@ TEST(ResultTables, HoldTheirFieldsInOrder) {
     trades.MoveNext();
   }
   EXPECT_NE(trades.Eof(), 0);
+}
+
+TEST(ResultTables, OneWriteMakesWhatCreatingAndInsertingMake) {
+  const RunTables run;
+  const std::string before = run.folder.Content("Summary0.rpt") + run.folder.Content("T0.rpt");
+  SSimulation simulation;
+  FillSummary(&simulation);
+  FillHistory(&simulation);
+  simulation.IndividualSummaryFileName = run.summary.c_str();
+  simulation.TradingHistoryFileName = run.trades.c_str();
+  simulation.WriteRunTables();
+  EXPECT_EQ(run.folder.Content("Summary0.rpt") + run.folder.Content("T0.rpt"), before);
+}
+
+// A table that another program has made keeps its own fields.
+TEST(ResultTables, ValuesAreCutToTheFieldsThatAreThere) {
+  const TempFolder folder;
+  const std::string path = folder.Path("a.rpt");
+  DB table;
+  table.CreateDB(path.c_str());
+  for (const char *field : {"ExitDate", "Other", "TOTALEFF", "EntryTime"}) table.InsertField(field, 'c', 3);
+  table.WriteHead();
+  table.WriteField();
+  table.WriteEof();
+  SSimulation simulation;
+  FillHistory(&simulation);
+  simulation.InsertTradingHistoryDB(path.c_str());
+  DB trades(path.c_str());
+  EXPECT_EQ(trades.RecordCount, 2);
+  EXPECT_EQ(std::string(trades.Record, 13), " 202   55.09:");
 }
 
 TEST(ResultTables, APathThatTakesNoFileStillGives1) {

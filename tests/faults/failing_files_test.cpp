@@ -1,5 +1,5 @@
-// Whatever call of the system fails while something is saved, each file afterwards holds what it held before or
-// what it was to hold, the caller hears of it, and the next attempt succeeds.
+// Whatever call of the system fails while something is saved, each file afterwards holds what it held before
+// or what it was to hold, the caller hears of it, and the next attempt succeeds.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,7 @@
 #include "trovenu/support/ini_file.h"
 #include "trovenu/support/ini_mem_file.h"
 #include "trovenu/support/table_delete.h"
+#include "trovenu/support/table_file.h"
 
 namespace trovenu::tests {
 namespace {
@@ -105,8 +106,8 @@ const Operation kOperations[] = {
      }},
     {"records", Answer::SaysSo, PrepareTable,
      [](const TempFolder &folder) {
-       DB table(folder.Path("a.rpt").c_str());
-       return table.AppendRecords(50, [](char *record, int) { record[3] = 'x'; }) != 0;
+       TableFile table;
+       return table.Open(folder.Path("a.rpt")) && table.Append(std::string(50 * kMadeRecordSize, ' '));
      }},
     {"a deletion", Answer::SaysSo, PrepareTable,
      [](const TempFolder &folder) { return DeleteRecords(folder.Path("a.rpt"), "Value", "3") == 1; }},

@@ -35,10 +35,7 @@ std::unique_ptr<ReportFolder> PrepareReport(SSimulation &simulation, const std::
 }
 
 void WriteReport(SSimulation &simulation, const ReportFolder &folder) {
-  simulation.CreateIndividualSummaryDB(simulation.IndividualSummaryFileName);
-  simulation.InsertIndividualSummaryDB(simulation.IndividualSummaryFileName);
-  simulation.CreateTradingHistoryDB(simulation.TradingHistoryFileName);
-  simulation.InsertTradingHistoryDB(simulation.TradingHistoryFileName);
+  simulation.WriteRunTables();
   const std::vector<FinishedRun> runs = folder.Runs();
   if (runs.empty() || !runs.front().IsComplete())
     throw Failure(folder.Shown() + ": the tables can't be written");

@@ -88,10 +88,7 @@ void SSimulationMain::FinishRun() {
   simulation.SetHistory();
   simulation.SetSummary();
   simulation.WriteSummary();
-  simulation.CreateIndividualSummaryDB(simulation.IndividualSummaryFileName);
-  simulation.InsertIndividualSummaryDB(simulation.IndividualSummaryFileName);
-  simulation.CreateTradingHistoryDB(simulation.TradingHistoryFileName);
-  simulation.InsertTradingHistoryDB(simulation.TradingHistoryFileName);
+  simulation.WriteRunTables();
 }
 
 // Hands the figures of a run to the host and does what it asks for. False if the search is to end.

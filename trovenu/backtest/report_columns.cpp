@@ -1,6 +1,7 @@
 #include "trovenu/backtest/report_columns.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string>
 #include <string_view>
 
@@ -12,7 +13,6 @@ namespace trovenu {
 namespace {
 
 constexpr int kPathWidth = 200;
-constexpr int kTextWidth = 50;
 
 constexpr TextColumn<SSummaryInfo> kRunColumns[] = {
     {"SumFileName", kPathWidth, &SSummaryInfo::SumFileName},
@@ -42,55 +42,51 @@ constexpr TextColumn<SSummary> kSummaryColumns[] = {
     {"Value2", kTextWidth, &SSummary::Value2},
 };
 
-void PutText(std::span<char> field, std::string_view text) { text.copy(field.data(), field.size()); }
+void PutText(TradeField field, std::string_view text) { text.copy(field.data(), field.size()); }
 
 template <int kColumn, int kDecimals>
-void Number(std::span<char> field, const SVector *history, int trade) {
+void Number(TradeField field, const SVector *history, int trade) {
   PutPlainFixed(field, history[kColumn][trade], kDecimals);
 }
 
 // A factor as the percentage by which it differs from 1.
 template <int kColumn>
-void Percent(std::span<char> field, const SVector *history, int trade) {
+void Percent(TradeField field, const SVector *history, int trade) {
   PutPlainFixed(field, history[kColumn][trade] * 100.0 - 100.0, 2);
 }
 
-// A number at or above 0 with so many digits at least.
-std::string_view DigitsOf(long number, std::size_t count, std::span<char, 16> buffer) {
-  std::size_t begin = buffer.size();
-  for (std::size_t i = 0; i < count || number > 0; ++i, number /= 10) {
-    buffer[--begin] = static_cast<char>('0' + number % 10);
-  }
-  return {buffer.data() + begin, buffer.size() - begin};
+// Writes a number at or above 0 with as many digits as the power of ten `least` at least, and returns its
+// end.
+char *PutDigits(char *out, long number, long least) {
+  constexpr int kMostDigits = 10;
+  for (; number < least && least > 1; least /= 10) *out++ = '0';
+  return std::to_chars(out, out + kMostDigits, number).ptr;
 }
 
 template <int kColumn>
-void Day(std::span<char> field, const SVector *history, int trade) {
-  char buffer[16];
-  PutText(field, DigitsOf(std::max(GetLongDate(history[kColumn][trade]), 0L), 8, buffer));
+void Day(TradeField field, const SVector *history, int trade) {
+  PutDigits(field.data(), std::max(GetLongDate(history[kColumn][trade]), 0L), 10000000);
 }
 
 template <int kColumn>
-void Time(std::span<char> field, const SVector *history, int trade) {
+void Time(TradeField field, const SVector *history, int trade) {
   const double date = history[kColumn][trade];
-  char buffer[16];
-  std::string text(DigitsOf(GetHour(date), 2, buffer));
-  text += ':';
-  text += DigitsOf(GetMinute(date), 2, buffer);
-  PutText(field, text);
+  char *const behind = PutDigits(field.data(), GetHour(date), 10);
+  *behind = ':';
+  PutDigits(behind + 1, GetMinute(date), 10);
 }
 
 bool IsLong(const SVector *history, int trade) { return history[kTradeSide][trade] == double{kLongSide}; }
 
-void TradeNumber(std::span<char> field, const SVector * /*history*/, int trade) {
-  PutPlainFixed(field, trade + 1.0, 0);
+void TradeNumber(TradeField field, const SVector * /*history*/, int trade) {
+  std::to_chars(field.data(), field.data() + field.size(), trade + 1);
 }
 
-void EntryType(std::span<char> field, const SVector *history, int trade) {
+void EntryType(TradeField field, const SVector *history, int trade) {
   PutText(field, IsLong(history, trade) ? "매수진입"_kr : "매도진입"_kr);
 }
 
-void ExitType(std::span<char> field, const SVector *history, int trade) {
+void ExitType(TradeField field, const SVector *history, int trade) {
   const bool open = history[kTradeExitDate][trade] == 0.0;
   if (IsLong(history, trade)) {
     PutText(field, open ? "매수유지"_kr : "매수청산"_kr);
@@ -100,25 +96,25 @@ void ExitType(std::span<char> field, const SVector *history, int trade) {
 }
 
 constexpr TradeTableColumn kTradeTableColumns[] = {
-    {"TradeNo", kTextWidth, TradeNumber},
-    {"EntryType", kTextWidth, EntryType},
-    {"ExitType", kTextWidth, ExitType},
-    {"EntryDate", kTextWidth, Day<kTradeEntryDate>},
-    {"ExitDate", kTextWidth, Day<kTradeExitDate>},
-    {"EntryTime", kTextWidth, Time<kTradeEntryDate>},
-    {"ExitTime", kTextWidth, Time<kTradeExitDate>},
-    {"EntryPrice", kTextWidth, Number<kTradeEntryPrice, 2>},
-    {"ExitPrice", kTextWidth, Number<kTradeExitPrice, 2>},
-    {"Quantity", kTextWidth, Number<kTradeQuantity, 0>},
-    {"Runup", kTextWidth, Number<kTradeRunup, 2>},
-    {"Drawdown", kTextWidth, Number<kTradeDrawdown, 2>},
-    {"EntryEff", kTextWidth, Number<kTradeEntryEff, 2>},
-    {"ExitEff", kTextWidth, Number<kTradeExitEff, 2>},
-    {"TotalEff", kTextWidth, Number<kTradeTotalEff, 2>},
-    {"ProfitLossRatio", kTextWidth, Percent<kTradeProfitLossRatio>},
-    {"CumProfitLossRatio", kTextWidth, Percent<kTradeCumProfitLossRatio>},
-    {"ProfitLoss", kTextWidth, Number<kTradeProfitLoss, 2>},
-    {"CumProfitLoss", kTextWidth, Number<kTradeCumProfitLoss, 2>},
+    {"TradeNo", TradeNumber},
+    {"EntryType", EntryType},
+    {"ExitType", ExitType},
+    {"EntryDate", Day<kTradeEntryDate>},
+    {"ExitDate", Day<kTradeExitDate>},
+    {"EntryTime", Time<kTradeEntryDate>},
+    {"ExitTime", Time<kTradeExitDate>},
+    {"EntryPrice", Number<kTradeEntryPrice, 2>},
+    {"ExitPrice", Number<kTradeExitPrice, 2>},
+    {"Quantity", Number<kTradeQuantity, 0>},
+    {"Runup", Number<kTradeRunup, 2>},
+    {"Drawdown", Number<kTradeDrawdown, 2>},
+    {"EntryEff", Number<kTradeEntryEff, 2>},
+    {"ExitEff", Number<kTradeExitEff, 2>},
+    {"TotalEff", Number<kTradeTotalEff, 2>},
+    {"ProfitLossRatio", Percent<kTradeProfitLossRatio>},
+    {"CumProfitLossRatio", Percent<kTradeCumProfitLossRatio>},
+    {"ProfitLoss", Number<kTradeProfitLoss, 2>},
+    {"CumProfitLoss", Number<kTradeCumProfitLoss, 2>},
 };
 
 }  // namespace

@@ -18,12 +18,18 @@ struct TextColumn {
   SString Record::*text;
 };
 
+/// Bytes of a field of a result table, paths aside.
+inline constexpr int kTextWidth = 50;
+
+/// A field of the trade table.
+using TradeField = std::span<char, kTextWidth>;
+
 /// A column of the trade table. `put` writes a value to the front of its field, which is blank, and cuts what
 /// does not fit.
 struct TradeTableColumn {
   const char *name;
-  int width;
-  void (*put)(std::span<char> field, const SVector *history, int trade);
+  void (*put)(TradeField field, const SVector *history, int trade);
+  int width = kTextWidth;
 };
 
 std::span<const TextColumn<SSummaryInfo>> RunTableColumns();

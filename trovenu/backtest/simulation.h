@@ -256,13 +256,15 @@ class TROVENU_API SSimulation {
   int CreateTradingHistoryDB(SString fileName);
   /// Adds all trades of `History`, with fill prices and returns in percent.
   int InsertTradingHistoryDB(SString fileName);
+  /// Makes the summary table and the trade table of a run, filled, at their paths, each in one write.
+  void WriteRunTables();
   /// @}
 
   /// \name Pages
   /// Each makes a page of the tables of a finished run, which it finds in the run table by the path of the
-  /// run's own table, written as it stands there. A run that is not in the run table yields no page. Pages
-  /// are in the code page, appear whole or not at all, and show what tables hold as plain text. The forms
-  /// that end in 2 are narrower, for print.
+  /// run's own table, written as it stands there. A run that is not in the run table, or whose own
+  /// table can't be read, yields no page. Pages are in the code page, appear whole or not at all, and show
+  /// what tables hold as plain text. The forms that end in 2 are narrower, for print.
   /// @{
   static void SaveSummaryToHTML(SString runTable, SString summaryTable, SString outputFile);
   static void SaveSummaryToHTML2(SString runTable, SString summaryTable, SString outputFile);

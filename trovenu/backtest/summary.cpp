@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "trovenu/backtest/signals.h"
 #include "trovenu/backtest/simulation.h"
@@ -230,7 +231,7 @@ void SSimulation::CalcSummary(int side) {
     shown.Value1 = TextOf(row.left, figures);
     shown.Name2 = row.right.label;
     shown.Value2 = TextOf(row.right, figures);
-    InsertSummary(shown);
+    InsertSummary(std::move(shown));
   }
   if (side != kAllTrades) return;
   SummaryInfo = RunRecord(*this, figures, tally.trades);
@@ -238,7 +239,7 @@ void SSimulation::CalcSummary(int side) {
 }
 
 void SSimulation::InsertSummary(SSummary row) {
-  if (SummaryCount >= 0 && SummaryCount < kSummaryRows - 1) SummaryRows[SummaryCount++] = row;
+  if (SummaryCount >= 0 && SummaryCount < kSummaryRows - 1) SummaryRows[SummaryCount++] = std::move(row);
 }
 
 void SSimulation::WriteSummary() {}

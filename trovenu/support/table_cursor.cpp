@@ -91,20 +91,4 @@ bool TableCursor::Write() {
   return true;
 }
 
-bool TableCursor::AppendAll(int count, const std::function<void(char *record, int i)> &fill) {
-  if (!IsOpen() || count < 0) return false;
-  pending_ = Pending::Nothing;
-  if (count == 0) return true;
-  const std::size_t size = file_.Format().RecordSize();
-  const std::size_t all = size * static_cast<std::size_t>(count);
-  std::string records;
-  // With room for the end mark.
-  records.reserve(all + 1);
-  records.assign(all, ' ');
-  for (int i = 0; i < count; ++i) fill(records.data() + size * static_cast<std::size_t>(i), i);
-  if (!file_.Append(std::move(records))) return false;
-  index_ = file_.RecordCount() - 1;
-  return true;
-}
-
 }  // namespace trovenu

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -43,9 +42,6 @@ class TableCursor {
   bool SetValue(const char *field, const char *value);
   /// Writes the record and stands at it.
   bool Write();
-  /// Adds `count` records in one write and stands at the last one. `fill(record, i)` writes record i, which
-  /// comes blank.
-  bool AppendAll(int count, const std::function<void(char *record, int i)> &fill);
   bool IsWriting() const { return pending_ != Pending::Nothing; }
 
  private:

@@ -54,9 +54,11 @@ double AgreementOf(const File &file, const TableFormat &format) {
 
 bool IsGoodRecord(const char *record) { return record != nullptr && IsMark(*record); }
 
-bool TableFile::Create(const std::string &path, TableFormat format, Flush flush) {
-  const std::string head = format.Head();
-  return !head.empty() && WriteFileBytes(path, head + TableFormat::kEndMark, flush);
+bool TableFile::Create(const std::string &path, std::string table, std::uint32_t count, Flush flush) {
+  if (table.empty()) return false;
+  table.replace(TableFormat::kCountAt, TableFormat::kCountSize, CountBytes(count));
+  table += TableFormat::kEndMark;
+  return WriteFileBytes(path, table, flush);
 }
 
 bool TableFile::Open(const std::string &path) {
@@ -219,7 +221,9 @@ bool TableFile::Replace(std::uint32_t index, std::string_view record) {
   writer_.Close();
   if (!done) return false;
   written_ = false;
-  return Open(std::string(path_));
+  // The record is replaced, also where the new file can't be opened: this object is closed then.
+  Open(std::string(path_));
+  return true;
 }
 
 }  // namespace trovenu

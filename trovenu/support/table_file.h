@@ -33,8 +33,8 @@ class TROVENU_API TableFile {
   TableFile(const TableFile &) = delete;
   TableFile &operator=(const TableFile &) = delete;
 
-  /// Makes an empty table, in place of one that may be there, and leaves this object as it is.
-  static bool Create(const std::string &path, TableFormat format, Flush flush);
+  /// Makes a table of the bytes of its head and of `count` records, in place of one that may be there.
+  static bool Create(const std::string &path, std::string table, std::uint32_t count, Flush flush);
 
   bool Open(const std::string &path);
   /// Flushes and closes.

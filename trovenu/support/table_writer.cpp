@@ -71,7 +71,7 @@ int DB::WriteEof() {
   if (State != Creating || stage_ != Stage::Described) return 0;
   State = Closed;
   const std::string path = FileName.c_str();
-  if (!TableFile::Create(path, *created_, skipFlush_ ? Flush::ToSystem : Flush::ToDisk)) return 0;
+  if (!TableFile::Create(path, created_->Head(), 0, skipFlush_ ? Flush::ToSystem : Flush::ToDisk)) return 0;
   const bool opened = cursor_->Open(path);
   Show();
   return opened ? 1 : 0;
@@ -97,18 +97,6 @@ int DB::InsField(const char *field, const char *value) {
 
 int DB::WriteRecord() {
   const bool done = cursor_->Write();
-  Show();
-  return done ? 1 : 0;
-}
-
-const TableField *DB::FindField(const char *name) const {
-  const TableFormat &format = cursor_->Table().Format();
-  const int at = format.FindField(name);
-  return at < 0 ? nullptr : &format.Fields()[static_cast<std::size_t>(at)];
-}
-
-int DB::AppendRecords(int count, const std::function<void(char *record, int i)> &fill) {
-  const bool done = cursor_->AppendAll(count, fill);
   Show();
   return done ? 1 : 0;
 }

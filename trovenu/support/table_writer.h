@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "trovenu/platform/export.h"
@@ -10,7 +9,6 @@ namespace trovenu {
 
 class TableCursor;
 class TableFormat;
-struct TableField;
 
 /// The writing side of a table file, which reads too.
 ///
@@ -63,13 +61,8 @@ class TROVENU_API DB {
   /// Sets a field of the new record or, if none was started, of the one at the place. A value wider than the
   /// field is cut at a whole character. 0 if there is no such field.
   int InsField(const char *field, const char *value);
-  /// Where a field stands in a record, good as long as the table is open; null if there is none of this name.
-  const TableField *FindField(const char *name) const;
   /// Adds the new record to the table, or puts the changed one in its place, and stands at it.
   int WriteRecord();
-  /// Adds `count` records in one write and stands at the last one. `fill(record, i)` writes record i, which
-  /// comes blank, field by field at the places that `FindField` gives.
-  int AppendRecords(int count, const std::function<void(char *record, int i)> &fill);
   /// @}
 
   /// \name Reading
