@@ -77,5 +77,24 @@ TEST(FormulaRegression, NothingIsLeftInABlockBelowTheStartIndex) {
   }
 }
 
+// Four short functions that call one another made millions of calls in a program, and hours of work.
+TEST(FormulaRegression, AProgramThatCallsForEverEnds) {
+  SFunctionList list;
+  for (const char *callee : {"f1()", "f2()", "f3()", "c"}) {
+    SFunction function;
+    function.IndexName = ("f" + std::to_string(list.Size)).c_str();
+    std::string body = callee;
+    for (int i = 1; i < 50; ++i) body += std::string("+") + callee;
+    function.Expression = body.c_str();
+    list.Add(function);
+  }
+  Engine engine;
+  engine.calc.SetFunction(&list);
+  engine.calc.SetExpression("f0()+f1()");
+  engine.calc.InfixToPostFix();
+  for (int run = 0; run < 2; ++run) engine.calc.CalcOp(nullptr);
+  EXPECT_STREQ(Readable(engine.Message()).c_str(), "함수식이 너무 복잡합니다.");
+}
+
 }  // namespace
 }  // namespace trovenu::tests

@@ -58,8 +58,9 @@ inline constexpr int kNumberBytes = 200;
 inline constexpr int kNameBytes = 50;
 inline constexpr int kTableEntries = 50;
 inline constexpr int kNestingLimit = 256;
-/// Calls of user functions in one evaluation.
+/// Calls of user functions in one evaluation, and in one run of a program.
 inline constexpr int kUserCallLimit = 50;
+inline constexpr int kCompiledCallLimit = 1000;
 
 /// One variable of a formula.
 struct TROVENU_API Name {
@@ -353,6 +354,8 @@ class TROVENU_API SCalc {
   const char *callPosition_ = nullptr;
   // Bit i: the program of user function i is running.
   unsigned runningFunctions_ = 0;
+  // Calls of user functions in the program that runs.
+  int compiledCalls_ = 0;
   int nesting_ = 0;
   bool isTail_ = false;
   bool textTooLong_ = false;

@@ -108,8 +108,9 @@ void SCalc::CallCompiled(int index, int count) {
   SStack &stack = Evaluation();
   if (functionList == nullptr || index >= functionList->Size || functionStacks[index] == nullptr) return;
   const unsigned bit = 1U << index;
-  // A function that calls itself would never end, since both paths of an `if` are computed.
-  if ((runningFunctions_ & bit) != 0) {
+  // A function that calls itself would never end, since both paths of an `if` are computed, and few functions
+  // that call one another make millions of calls.
+  if ((runningFunctions_ & bit) != 0 || ++compiledCalls_ > kCompiledCallLimit) {
     Error(messages::kTooManyCalls);
     return;
   }

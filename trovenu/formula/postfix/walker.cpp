@@ -29,6 +29,7 @@ void SCalc::RunProgram(SStack *program) {
     stack.Top = -1;
     assignmentFlag = 0;
     runningFunctions_ = 0;
+    compiledCalls_ = 0;
     operands_.clear();
     program = programStack.get();
     if (program == nullptr) return;
