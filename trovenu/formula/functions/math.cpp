@@ -7,22 +7,38 @@
 namespace trovenu {
 namespace {
 
-// Required: from the first bar at which the function fails (sets errno) on, every bar is 0.0.
+// Bars between two looks at errno, a call each.
+constexpr int kBarsAtOnce = 128;
+
+// Replaces the elements from `from` to `to` - 1 by the function of them. \return the first bar at which it
+// failed (set errno), or `to`.
+template <double (*kFunction)(double)>
+int Map(double *x, int from, int to) {
+  double operands[kBarsAtOnce];
+  for (int begin = from; begin < to; begin += kBarsAtOnce) {
+    const int bars = std::min(to - begin, kBarsAtOnce);
+    std::copy_n(x + begin, bars, operands);
+    errno = 0;
+    for (int i = 0; i < bars; ++i) x[begin + i] = kFunction(operands[i]);
+    if (errno == 0) continue;
+    for (int i = 0; i < bars; ++i) {
+      errno = 0;
+      x[begin + i] = kFunction(operands[i]);
+      if (errno != 0) return begin + i;
+    }
+  }
+  return to;
+}
+
+// Required: from the first bar at which the function fails on, every bar is 0.0.
 template <double (*kFunction)(double)>
 Operand MapRule(Call &call) {
   SVector &x = call.Own(0);
   // A copy knows of fewer written elements than will be written from its start index on.
   x.SetStartIndex(x.startIndex);
   x.InitTemp();
-  bool failed = false;
-  for (int i = std::max(x.startIndex, 0); i < x.size; ++i) {
-    errno = 0;
-    x.data[i] = failed ? 0.0 : kFunction(x.data[i]);
-    if (errno != 0) {
-      failed = true;
-      x.data[i] = 0.0;
-    }
-  }
+  const int from = std::max(x.startIndex, 0);
+  if (from < x.size) std::fill(x.data + Map<kFunction>(x.data, from, x.size), x.data + x.size, 0.0);
   errno = 0;
   return call.Take(0);
 }
@@ -65,10 +81,13 @@ SVector Power(const SVector &base, const SVector &exponent) {
   SVector result;
   const bool sameSize = base.size == exponent.size;
   result.BeginResult(bars.size, sameSize ? std::max(base.startIndex, exponent.startIndex) : bars.startIndex);
+  // A single element answers every bar.
+  const double *const x = base.data;
+  const double *const y = exponent.data;
+  const int stepX = base.size == 1 ? 0 : 1;
+  const int stepY = exponent.size == 1 ? 0 : 1;
   for (int i = std::max(result.startIndex, 0); i < result.size; ++i) {
-    const double x = sameSize || base.size != 1 ? base[i] : base[0];
-    const double y = sameSize || exponent.size != 1 ? exponent[i] : exponent[0];
-    result.data[i] = std::pow(x, y);
+    result.data[i] = std::pow(x[stepX * i], y[stepY * i]);
   }
   return result;
 }
