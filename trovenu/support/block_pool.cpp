@@ -8,6 +8,10 @@
 #include <limits>
 #include <new>
 
+#if defined(__MINGW32__) && !defined(__clang__)
+#include <cxxabi.h>
+#endif
+
 #if defined(__SANITIZE_ADDRESS__)
 #define TROVENU_POISON_BLOCKS 1
 #elif defined(__has_feature)
@@ -17,6 +21,26 @@
 #endif
 #ifdef TROVENU_POISON_BLOCKS
 #include <sanitizer/asan_interface.h>
+#endif
+
+#if defined(__MINGW32__) && !defined(__clang__)
+// GCC keeps thread-local objects in memory that a key of POSIX threads frees at the end of a thread, and
+// destroys them by another key. Keys go in the order in which they were made, and that of the memory comes
+// first unless something is to be destroyed before any such object is touched.
+namespace {
+
+// Called as a destructor is.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wattributes"
+void __thiscall DestroyNothing(void * /*object*/) {}
+#pragma GCC diagnostic pop
+
+constexpr int kFirstOfAll = 101;
+__attribute__((constructor(kFirstOfAll))) void DestroyBeforeFreeing() {
+  abi::__cxa_thread_atexit(DestroyNothing, nullptr, nullptr);
+}
+
+}  // namespace
 #endif
 
 namespace trovenu {
