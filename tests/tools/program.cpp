@@ -16,6 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+std::wstring Wide(const std::string &utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+
 // An argument in quotes, as the start-up code of a program takes it apart again: backslashes count by twos in
 // front of a quote alone.
 std::wstring Quoted(const std::wstring &argument) {
@@ -40,9 +42,8 @@ HANDLE OpenStream(const fs::path &path, DWORD access, DWORD how) {
 
 int RunProgram(const std::string &program, const std::vector<std::string> &arguments, const fs::path &folder,
                const fs::path &streams) {
-  // Paths take narrow texts for UTF-8.
-  std::wstring command = Quoted(fs::path(program).wstring());
-  for (const std::string &argument : arguments) command += L' ' + Quoted(fs::path(argument).wstring());
+  std::wstring command = Quoted(Wide(program));
+  for (const std::string &argument : arguments) command += L' ' + Quoted(Wide(argument));
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
@@ -50,7 +51,7 @@ int RunProgram(const std::string &program, const std::vector<std::string> &argum
   start.hStdOutput = OpenStream(streams / "out", GENERIC_WRITE, CREATE_ALWAYS);
   start.hStdError = OpenStream(streams / "err", GENERIC_WRITE, CREATE_ALWAYS);
   PROCESS_INFORMATION process = {};
-  const bool started = CreateProcessW(fs::path(program).c_str(), command.data(), nullptr, nullptr, TRUE, 0,
+  const bool started = CreateProcessW(Wide(program).c_str(), command.data(), nullptr, nullptr, TRUE, 0,
                                       nullptr, folder.c_str(), &start, &process) != FALSE;
   for (const HANDLE stream : {start.hStdInput, start.hStdOutput, start.hStdError}) CloseHandle(stream);
   if (!started) return -1;

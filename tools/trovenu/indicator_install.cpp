@@ -11,6 +11,7 @@
 #include "tools/trovenu/indicator_commands.h"
 #include "tools/trovenu/indicator_lines.h"
 #include "tools/trovenu/output_file.h"
+#include "tools/trovenu/path_text.h"
 #include "tools/trovenu/starter_texts.h"
 #include "tools/trovenu/terminal_text.h"
 #include "tools/trovenu/text_file.h"
@@ -58,7 +59,7 @@ std::vector<fs::path> TableNames() {
   std::vector<fs::path> names;
   for (const FormulaKind &kind : FormulaKinds()) {
     for (const SString &table : FormulaFolder::Tables(kind))
-      names.push_back(fs::path(table.c_str()).filename());
+      names.push_back(PathOf(table.c_str()).filename());
   }
   return names;
 }
@@ -78,17 +79,17 @@ void CreateTables() {
 void Install(const Options &options, std::vector<SIndex> &entries) {
   const FormulaFolder target(options.folder);
   for (const FormulaKind &kind : FormulaKinds()) target.CheckTables(kind);
-  const fs::path folder = getIndexDir().c_str();
-  if (!MakeFolder(options.folder)) throw Failure(ToUtf8(folder.string()) + ": can't be made");
+  const fs::path folder = PathOf(getIndexDir().c_str());
+  if (!MakeFolder(options.folder)) throw Failure(TextOf(folder) + ": can't be made");
   const WorkFolder work(folder);
   std::error_code fault;
   for (const fs::path &name : TableNames()) {
     if (!fs::exists(folder / name, fault)) continue;
     fs::copy_file(folder / name, work.Path() / name, fault);
-    if (fault) throw Failure(ToUtf8((folder / name).string()) + ": can't be read (" + fault.message() + ")");
+    if (fault) throw Failure(TextOf(folder / name) + ": can't be read (" + fault.message() + ")");
   }
   {
-    const FormulaFolder filled(work.Path().string());
+    const FormulaFolder filled(TextOf(work.Path()));
     CreateTables();
     for (SIndex &entry : entries) {
       if (!WriteStarterEntry(entry)) {
@@ -98,8 +99,7 @@ void Install(const Options &options, std::vector<SIndex> &entries) {
   }
   for (const fs::path &name : TableNames()) {
     fs::rename(work.Path() / name, folder / name, fault);
-    if (fault)
-      throw Failure(ToUtf8((folder / name).string()) + ": can't be written (" + fault.message() + ")");
+    if (fault) throw Failure(TextOf(folder / name) + ": can't be written (" + fault.message() + ")");
   }
 }
 

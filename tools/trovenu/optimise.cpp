@@ -11,6 +11,7 @@
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/failure.h"
 #include "tools/trovenu/indicator_lines.h"
+#include "tools/trovenu/path_text.h"
 #include "tools/trovenu/report_folder.h"
 #include "tools/trovenu/search_watch.h"
 #include "tools/trovenu/simulation_setup.h"
@@ -100,7 +101,7 @@ void SortRuns(std::vector<FinishedRun> &runs, const Figure &figure) {
 // command line reach it.
 class SearchedSystems {
  public:
-  SearchedSystems() : work_(std::filesystem::temp_directory_path()), folder_(work_.Path().string()) {}
+  SearchedSystems() : work_(std::filesystem::temp_directory_path()), folder_(TextOf(work_.Path())) {}
 
   void Add(SIndex system) {
     if (system.IndexName.IsEmpty()) system.IndexName = "rules";
@@ -263,7 +264,7 @@ int Run(Options options) {
 
   std::optional<WorkFolder> unnamed;
   if (options.report.empty()) unnamed.emplace(std::filesystem::temp_directory_path());
-  const ReportFolder folder(unnamed ? unnamed->Path().string() : options.report);
+  const ReportFolder folder(unnamed ? TextOf(unnamed->Path()) : options.report);
   folder.RequireReportsAlone();
   SSimulationMain search(&simulation, plan.search, folder.Path().c_str());
   folder.RequireRunTable();

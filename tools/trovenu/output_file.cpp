@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tools/trovenu/failure.h"
+#include "tools/trovenu/path_text.h"
 
 namespace trovenu::tool {
 
@@ -26,20 +27,20 @@ OutputFile::OutputFile(const std::string &path)
     : shown_(path.empty() ? "standard output" : path), target_(path), file_(stdout) {
   if (path.empty()) return;
   std::error_code fault;
-  const fs::file_status status = fs::status(path, fault);
+  const fs::file_status status = fs::status(PathOf(path), fault);
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     file_ = std::fopen(path.c_str(), "wb");
     if (file_ == nullptr) Fail();
     return;
   }
   // The file itself is replaced, not a link to it.
-  const fs::path real = fs::canonical(path, fault);
-  if (!fault) target_ = real.string();
+  const fs::path real = fs::canonical(PathOf(path), fault);
+  if (!fault) target_ = TextOf(real);
   std::string beside = NameBeside(target_);
   file_ = std::fopen(beside.c_str(), "wb");
   if (file_ == nullptr) Fail();
   beside_ = std::move(beside);
-  if (fs::exists(status)) fs::permissions(beside_, status.permissions(), fault);
+  if (fs::exists(status)) fs::permissions(PathOf(beside_), status.permissions(), fault);
 }
 
 OutputFile::~OutputFile() {
@@ -57,7 +58,7 @@ void OutputFile::Commit() {
   if (file != stdout && std::fclose(file) != 0) Fail();
   if (beside_.empty()) return;
   std::error_code fault;
-  fs::rename(beside_, target_, fault);
+  fs::rename(PathOf(beside_), PathOf(target_), fault);
   if (fault) throw Failure(shown_ + ": can't be written (" + fault.message() + ")");
   beside_.clear();
 }

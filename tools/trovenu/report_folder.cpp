@@ -5,6 +5,7 @@
 #include <regex>
 
 #include "tools/trovenu/failure.h"
+#include "tools/trovenu/path_text.h"
 #include "tools/trovenu/terminal_text.h"
 #include "trovenu/backtest/simulation.h"
 #include "trovenu/platform/platform.h"
@@ -52,7 +53,7 @@ bool FinishedRun::IsComplete() const {
 }
 
 ReportFolder::ReportFolder(const std::string &path)
-    : shown_(path), path_((fs::absolute(path.empty() ? "." : path) / "").lexically_normal().string()) {
+    : shown_(path), path_(TextOf((fs::absolute(PathOf(path.empty() ? "." : path)) / "").lexically_normal())) {
   if (path.empty()) throw Failure("expected a folder of reports, found an empty path");
   if (path_.size() + kLongestName > kLongestPath) {
     throw Failure(Quoted(path) + ": expected a folder of at most " +
@@ -72,13 +73,13 @@ std::string ReportFolder::TradeTable(long run) const {
 
 void ReportFolder::RequireReportsAlone() const {
   std::error_code fault;
-  if (!fs::exists(path_, fault)) {
-    const fs::path parent = fs::path(path_).parent_path().parent_path();
+  if (!fs::exists(PathOf(path_), fault)) {
+    const fs::path parent = PathOf(path_).parent_path().parent_path();
     if (!fs::is_directory(parent, fault)) throw Failure(shown_ + ": there is no folder to make it in");
     return;
   }
-  for (fs::directory_iterator i(path_, fault), end; !fault && i != end; i.increment(fault)) {
-    const std::string name = i->path().filename().string();
+  for (fs::directory_iterator i(PathOf(path_), fault), end; !fault && i != end; i.increment(fault)) {
+    const std::string name = TextOf(i->path().filename());
     if (i->is_regular_file() && IsReportName(name)) continue;
     throw Failure(shown_ +
                   ": expected a folder with nothing but earlier reports, which are deleted, but it " +

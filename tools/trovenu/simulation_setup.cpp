@@ -8,6 +8,7 @@
 #include "tools/trovenu/command.h"
 #include "tools/trovenu/failure.h"
 #include "tools/trovenu/formula_options.h"
+#include "tools/trovenu/path_text.h"
 #include "trovenu/platform/code_page.h"
 
 namespace trovenu::tool {
@@ -62,7 +63,7 @@ double TickOf(const Bars &bars) {
 
 // The name of the bar file without its folder and extension.
 SString SymbolOf(const Bars &bars) {
-  return CodePageFromUtf8(std::filesystem::path(bars.name).stem().string(), nullptr).c_str();
+  return CodePageFromUtf8(TextOf(PathOf(bars.name).stem()), nullptr).c_str();
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "tools/trovenu/failure.h"
-#include "tools/trovenu/terminal_text.h"
+#include "tools/trovenu/path_text.h"
 #include "trovenu/platform/platform.h"
 
 namespace trovenu::tool {
@@ -18,7 +18,7 @@ class WorkFolder {
   explicit WorkFolder(const std::filesystem::path &parent) {
     std::random_device random;
     path_ = parent / ("new-" + std::to_string(random()) + std::to_string(random()));
-    if (!MakeFolder(path_.string())) throw Failure(ToUtf8(parent.string()) + ": can't be written");
+    if (!MakeFolder(TextOf(path_))) throw Failure(TextOf(parent) + ": can't be written");
   }
   ~WorkFolder() {
     std::error_code ignored;
