@@ -106,7 +106,8 @@ void Run(Input input) {
   given.pointUnit = 1 - input.Below(2);
   given.compression = input.Below(4) == 3 ? input.Below(256) - 100 : 0;
   Input settings = input.Part(input.Below(60));
-  given.settings = WithOtherValues(StoredText(SSimulation()), settings);
+  static const std::string defaults = StoredText(SSimulation());
+  given.settings = WithOtherValues(defaults, settings);
   given.bars = ReadWildMarket(input, kMostBars);
 
   const auto test = std::make_unique<SSimulation>();

@@ -21,7 +21,8 @@ constexpr int kMostSymbols = 4;
 // Made new for each look, for objects that can't be copied.
 template <class Object, class... Arguments>
 void CheckStored(const std::string &given, Input &input, Arguments... arguments) {
-  const std::string text = given.empty() ? WithOtherValues(StoredText(Object(), arguments...), input) : given;
+  static const std::string defaults = StoredText(Object(), arguments...);
+  const std::string text = given.empty() ? WithOtherValues(defaults, input) : given;
   CKqArchive archive = ArchiveOf(text);
   const auto first = std::make_unique<Object>();
   first->Load(archive, arguments...);
@@ -40,12 +41,18 @@ bool HasManySymbols(const std::string &text) {
   return stored > kMostSymbols || archive.GetInt("COUNT", 1) > kMostSymbols;
 }
 
-void CheckSymbols(const std::string &given, Input &input) {
+SPriceDataList OneSymbol() {
   SPriceDataList list;
   list.Add();
-  const std::string text = given.empty() ? WithOtherValues(StoredText(list), input) : given;
+  return list;
+}
+
+void CheckSymbols(const std::string &given, Input &input) {
+  static const std::string defaults = StoredText(OneSymbol());
+  const std::string text = given.empty() ? WithOtherValues(defaults, input) : given;
   if (HasManySymbols(text)) return;
   CKqArchive archive = ArchiveOf(text);
+  SPriceDataList list;
   list.Load(archive);
   const std::string stored = StoredText(list);
   CKqArchive again = ArchiveOf(stored);
@@ -61,11 +68,11 @@ std::string SettingsOf(const SPriceDataList &list) {
 }
 
 void CheckSettingsText(const std::string &given, Input &input) {
-  SPriceDataList list;
-  list.Add();
-  const std::string text = given.empty() ? WithOtherValues(SettingsOf(list), input) : given;
+  static const std::string defaults = SettingsOf(OneSymbol());
+  const std::string text = given.empty() ? WithOtherValues(defaults, input) : given;
   if (HasManySymbols(text)) return;
   CMemFile file(text);
+  SPriceDataList list;
   list.ReadSetting(&file);
   CMemFile written(SettingsOf(list));
   SPriceDataList second;
