@@ -130,7 +130,11 @@ TROVENU_INLINE FourBars Each(FourBars a, FourBars b, FourBars c, FourBars d, Ope
 
 #if defined(__SSE2__)
 TROVENU_INLINE Part RootOf(Part x) { return _mm_sqrt_pd(x); }
-TROVENU_INLINE Part MagnitudeOf(Part x) { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
+TROVENU_INLINE Part MagnitudeOf(Part x) {
+  // All bits but the sign. The other way round, without the bits of -0.0, would need a copy of those each
+  // time.
+  return _mm_and_pd(_mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffff)), x);
+}
 TROVENU_INLINE Part LargerOf(Part x, Part y) { return _mm_max_pd(x, y); }
 TROVENU_INLINE Part SmallerOf(Part x, Part y) { return _mm_min_pd(x, y); }
 #else

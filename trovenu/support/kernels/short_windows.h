@@ -57,8 +57,8 @@ struct BlockPlace {
 };
 
 // Windows of n bars: kWhole bars, the largest multiple of four that fits, and up to three older ones. Below
-// four bars kWhole is 1 or 2.
-template <class Statistic, int kWhole>
+// four bars kWhole is 1 or 2. kHasOlder says whether there are older ones.
+template <class Statistic, int kWhole, bool kHasOlder>
 class ShortWindows {
   using Block = typename Statistic::Block;
   using Total = typename Statistic::Total;
@@ -138,10 +138,10 @@ class ShortWindows {
     Total total = BeginWindow(i, before);
     if constexpr (kLongest > 8 && HasPart<8>()) AddPart<8>(total, eights_, i);
     if constexpr (kLongest > 4 && HasPart<4>()) AddPart<4>(total, fours_, i);
-    if (kWhole >= kPlaceBars && (n_ & 2) != 0) {
+    if (kHasOlder && kWhole >= kPlaceBars && (n_ & 2) != 0) {
       statistic_.Add(total, statistic_.Two(i - kWhole), {i - kWhole, 2, kWhole});
     }
-    if (kWhole > 1 && (n_ & 1) != 0) {
+    if (kHasOlder && kWhole > 1 && (n_ & 1) != 0) {
       const int lag = n_ - 1;
       statistic_.Add(total, statistic_.One(i - lag), {i - lag, 1, lag});
     }
@@ -190,9 +190,9 @@ class ShortWindows {
 };
 
 // `out` is that of bar `from`.
-template <class Statistic, int kWhole>
+template <class Statistic, int kWhole, bool kHasOlder>
 TROVENU_NO_INLINE void SlidePlaces(const Statistic &statistic, int from, int to, int n, double *out) {
-  ShortWindows<Statistic, kWhole> windows(statistic, n);
+  ShortWindows<Statistic, kWhole, kHasOlder> windows(statistic, n);
   windows.Slide(from, to, out);
 }
 
@@ -207,14 +207,15 @@ TROVENU_NO_INLINE void SlideFew(Statistic statistic, int from, int to, int n, do
     statistic.operand[k] = copy[k];
   }
   double values[kPlaceBars];
-  SlidePlaces<Statistic, kWhole>(statistic, n - 1, n - 1 + kPlaceBars, n, values);
+  SlidePlaces<Statistic, kWhole, true>(statistic, n - 1, n - 1 + kPlaceBars, n, values);
   for (int i = from; i < to; ++i) out[i] = values[i - from];
 }
 
 // Whole places where the series has them, aligned; the bars at both ends in places that overlap those.
 template <class Statistic, int kWhole>
 void SlideBars(const Statistic &statistic, int from, int to, int n, double *out) {
-  const auto slide = SlidePlaces<Statistic, kWhole>;
+  const auto slide =
+      n > kWhole ? SlidePlaces<Statistic, kWhole, true> : SlidePlaces<Statistic, kWhole, false>;
   if (to - from < kPlaceBars) return SlideFew<Statistic, kWhole>(statistic, from, to, n, out);
   slide(statistic, from, from + kPlaceBars, n, out + from);
   const int aligned = (from / kPlaceBars + 1) * kPlaceBars;
