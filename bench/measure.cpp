@@ -98,8 +98,8 @@ Cost MeasureFormula(SCalc &calc, const char *formula, Bars &bars) {
   };
   SVector scratch(bars.close.GetSize());
   const std::vector<double> times = MeasureInTurn(
-      bars.close.GetSize(), {evaluate, [&] { RunningMean(bars.close, scratch); },
-                             [&] { CopySeries(bars.close, scratch); }});
+      bars.close.GetSize(),
+      {evaluate, [&] { RunningMean(bars.close, scratch); }, [&] { CopySeries(bars.close, scratch); }});
   const unsigned long long blocksBefore = AllocatedBlockCount();
   const unsigned long long allocationsBefore = allocations;
   const long faultsBefore = PageFaults();

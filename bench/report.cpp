@@ -71,8 +71,8 @@ void PrintYardsticks() {
   for (const int size : kSizes) {
     Bars &bars = SharedBars(size);
     SVector scratch(size);
-    const auto times = MeasureInTurn(size, {[&] { RunningMean(bars.close, scratch); },
-                                            [&] { CopySeries(bars.close, scratch); }});
+    const auto times = MeasureInTurn(
+        size, {[&] { RunningMean(bars.close, scratch); }, [&] { CopySeries(bars.close, scratch); }});
     std::printf("| %d | %.2f | %.2f |\n", size, times[0], times[1]);
   }
 }
@@ -306,15 +306,18 @@ is measured.
   PrintYardsticks();
   std::puts("\n## Formulas, in T\n\nLimits hold from 10,000 bars on; the second one at 1,000,000.");
   PrintBuilds(totals);
-  std::puts("\n## Functions of the C library\n\nBeside a plain loop that calls the library on the same data.\n");
+  std::puts(
+      "\n## Functions of the C library\n\nBeside a plain loop that calls the library on the same data.\n");
   PrintLibraryCalls(totals);
   std::printf("\n## Every other function, in T\n\nWith the %s build.\n\n", NameOf(InstructionsInUse()));
   PrintOthers(totals);
   std::printf("\n## Periods, in T\n\nAt 100,000 bars, with the %s build.\n\n", NameOf(InstructionsInUse()));
   PrintPeriods(totals);
-  std::printf("\n## What evaluations take of the system\n\nTwenty further evaluations of each formula above, once settled:"
-              " %llu blocks of elements, %llu other allocations, %ld\npage faults.\n",
-              totals.blocks, totals.allocations, totals.faults);
+  std::printf(
+      "\n## What evaluations take of the system\n\nTwenty further evaluations of each formula above, once "
+      "settled:"
+      " %llu blocks of elements, %llu other allocations, %ld\npage faults.\n",
+      totals.blocks, totals.allocations, totals.faults);
   std::puts(R"(
 ## Ticks, searches, back-tests, searches over values
 
