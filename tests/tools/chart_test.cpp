@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/tools/tool_runner.h"
+#include "trovenu/platform/platform.h"
 
 namespace trovenu::tests {
 
@@ -100,7 +101,10 @@ std::string XmlFault(std::string_view text) {
 }
 
 TEST_F(ChartTest, EveryTypeInEveryFormWithAMarkForEachRow) {
-  const std::string bars = File("wavy & <odd>.csv", WavyBars());
+  // Names of files have no "<" on Windows.
+  const std::string name = kPathSeparator == '/' ? "wavy & <odd>.csv" : "wavy & odd.csv";
+  const std::string shown = kPathSeparator == '/' ? "wavy &amp; &lt;odd&gt;.csv" : "wavy &amp; odd.csv";
+  const std::string bars = File(name, WavyBars());
   for (const TypeCase &type : kTypes) {
     SCOPED_TRACE(type.name);
     const ToolResult csv = Run(Arguments(type, {"--bars", bars, "--format", "csv", "--svg", Path("c.svg")}));
@@ -112,7 +116,7 @@ TEST_F(ChartTest, EveryTypeInEveryFormWithAMarkForEachRow) {
     const std::string svg = Content("c.svg");
     EXPECT_EQ(XmlFault(svg), "");
     EXPECT_EQ(Marks(svg), rows);
-    EXPECT_NE(svg.find("wavy &amp; &lt;odd&gt;.csv"), std::string::npos);
+    EXPECT_NE(svg.find(shown), std::string::npos);
     // Without a form or a file the picture is all.
     EXPECT_EQ(Run(Arguments(type, {"--bars", bars, "--svg", Path("c.svg")})).out, "");
     EXPECT_EQ(Content("c.svg"), svg);

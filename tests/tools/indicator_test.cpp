@@ -30,7 +30,7 @@ class IndicatorTest : public ToolTest {
     const ToolResult result = Indicator(arguments, input);
     EXPECT_EQ(result.exitCode, exitCode);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "trovenu: " + err + "\n");
+    EXPECT_EQ(WithSlashes(result.err), WithSlashes("trovenu: " + err + "\n"));
   }
 
   std::string Table(const std::string &name) const { return Content("tables/" + name); }

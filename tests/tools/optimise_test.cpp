@@ -5,6 +5,7 @@
 
 #include "tests/tools/tool_runner.h"
 #include "trovenu/platform/code_page.h"
+#include "trovenu/platform/platform.h"
 #include "trovenu/support/table_reader.h"
 #include "trovenu/support/table_writer.h"
 
@@ -66,7 +67,7 @@ TEST_F(OptimiseTest, AGridLeavesTablesAndPagesOfBackTestsOfTheSameValues) {
     Done({"backtest", "--bars", kDaily, "--system", kCross, "--set", "Short=" + cells[3].str(), "--set",
           "Long=" + cells[4].str(), "--stop-loss", "3%", "--report", single});
     DB expected((single + "/SumInfo.rpt").c_str());
-    const std::string summary = report + "/Summary" + cells[1].str() + ".rpt";
+    const std::string summary = report + kPathSeparator + "Summary" + cells[1].str() + ".rpt";
     ASSERT_NE(runs.FindFirst("SumFileName", summary.c_str()), 0);
     for (const char *field : {"IndicatorName", "TotalProfit", "TransactionCount", "WinLossRatio", "WinRatio",
                               "ProfitFactor", "AverageProfit", "InMarketRatio", "Status", "Term"}) {

@@ -1,4 +1,5 @@
 #include "tests/tools/tool_runner.h"
+#include "trovenu/platform/platform.h"
 
 namespace trovenu::tests {
 
@@ -41,6 +42,7 @@ TEST_F(OutputFileTest, LeavesAnOlderFileAfterAFailure) {
 }
 
 TEST_F(OutputFileTest, WritesThroughALink) {
+  if (kPathSeparator != '/') GTEST_SKIP() << "the standard library makes no links there";
   File("real.txt", "older");
   std::filesystem::create_symlink("real.txt", Path("link.txt"));
   EXPECT_EQ(Run({"eval", "--bars", "good.csv", "c", "--out", "link.txt"}).exitCode, 0);

@@ -16,7 +16,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::wstring Wide(const std::string &utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+// Programs are given characters, not bytes: of UTF-8, or of the Korean code page where the text is no UTF-8.
+std::wstring Wide(const std::string &text) {
+  constexpr UINT kKorean = 949;
+  const int size = static_cast<int>(text.size());
+  for (const UINT page : {static_cast<UINT>(CP_UTF8), kKorean}) {
+    const int length = MultiByteToWideChar(page, MB_ERR_INVALID_CHARS, text.data(), size, nullptr, 0);
+    if (length == 0) continue;
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(page, 0, text.data(), size, wide.data(), length);
+    return wide;
+  }
+  return {};
+}
 
 // An argument in quotes, as the start-up code of a program takes it apart again: backslashes count by twos in
 // front of a quote alone.

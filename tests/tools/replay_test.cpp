@@ -145,7 +145,7 @@ TEST_F(ReplayTest, RefusesBadUse) {
     const ToolResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, test.exitCode);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "trovenu: " + test.err + "\n");
+    EXPECT_EQ(WithSlashes(result.err), "trovenu: " + test.err + "\n");
   }
 }
 

@@ -61,6 +61,11 @@ std::vector<std::string> ToolTest::Files() const {
   return names;
 }
 
+std::string ToolTest::WithSlashes(std::string message) {
+  std::replace(message.begin(), message.end(), kPathSeparator, '/');
+  return message;
+}
+
 ToolResult ToolTest::Run(const std::vector<std::string> &arguments, std::string_view input) const {
   WriteFile(streams_ / "in", input);
   return Result(RunProgram(TROVENU_TOOL, arguments, folder_, streams_));

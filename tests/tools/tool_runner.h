@@ -29,6 +29,9 @@ class ToolTest : public testing::Test {
   /// Names of the files in the folder, in order.
   std::vector<std::string> Files() const;
 
+  /// A message with every separator of folders as "/".
+  static std::string WithSlashes(std::string message);
+
   /// Runs `trovenu` with these arguments and `input` on standard input.
   ToolResult Run(const std::vector<std::string> &arguments, std::string_view input = "") const;
 

@@ -2,10 +2,12 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <system_error>
 
 #include "tools/trovenu/failure.h"
+#include "tools/trovenu/path_text.h"
 
 namespace trovenu::tool {
 
@@ -45,7 +47,12 @@ std::string ReadWholeFile(const std::string &path) {
     text = ReadToEnd(file);
     if (std::ferror(file) == 0) return text;
   }
-  throw Failure(ShownName(path) + ": can't be read (" + std::generic_category().message(errno) + ")");
+  const int fault = errno;
+  // What the C library says of a folder differs from system to system.
+  std::error_code ignored;
+  const bool isFolder = path != kStandardInput && std::filesystem::is_directory(PathOf(path), ignored);
+  throw Failure(ShownName(path) + ": can't be read (" +
+                std::generic_category().message(isFolder ? EISDIR : fault) + ")");
 }
 
 }  // namespace trovenu::tool
