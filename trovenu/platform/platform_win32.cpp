@@ -52,17 +52,27 @@ bool RenameOpenFile(HANDLE file, const std::string &target) {
   return SetFileInformationByHandle(file, kRenameInformationEx, &information, sizeof information) != FALSE;
 }
 
-/// Where a file that others have open can't be replaced, it can still be given another name first.
+/// Where a file that others have open can't be replaced, it can still be given another name first. What bears
+/// that name is gone when they close it, so there may be several.
 bool MoveAside(const std::string &beside, const std::string &target, DWORD flags) {
-  const std::string old = target + ".old";
-  if (MoveFileExA(target.c_str(), old.c_str(), flags) == FALSE) return false;
-  const bool placed = MoveFileExA(beside.c_str(), target.c_str(), flags) != FALSE;
-  if (placed) {
-    DeleteFileA(old.c_str());
-  } else {
-    MoveFileExA(old.c_str(), target.c_str(), flags);
+  constexpr int kNames = 100;
+  for (int i = 0; i < kNames; ++i) {
+    const std::string old = target + ".old" + (i == 0 ? "" : std::to_string(i));
+    if (MoveFileExA(target.c_str(), old.c_str(), flags & ~static_cast<DWORD>(MOVEFILE_REPLACE_EXISTING)) ==
+        FALSE) {
+      const DWORD fault = GetLastError();
+      if (fault == ERROR_ALREADY_EXISTS || fault == ERROR_FILE_EXISTS) continue;
+      return false;
+    }
+    const bool placed = MoveFileExA(beside.c_str(), target.c_str(), flags) != FALSE;
+    if (placed) {
+      DeleteFileA(old.c_str());
+    } else {
+      MoveFileExA(old.c_str(), target.c_str(), flags);
+    }
+    return placed;
   }
-  return placed;
+  return false;
 }
 
 }  // namespace
@@ -208,7 +218,7 @@ bool NewFile::Commit(Flush flush) {
   good_ = false;
   bool placed = RenameOpenFile(Handle(file_.handle_), target_);
   file_.Close();
-  // A virus scanner may hold the old file for a moment.
+  // A virus scanner may hold the old file for a moment, and then keeps it from being renamed, too.
   constexpr int kTries = 50;
   constexpr DWORD kPause = 10;
   const DWORD flags = MOVEFILE_REPLACE_EXISTING | (flush == Flush::ToDisk ? MOVEFILE_WRITE_THROUGH : 0);
@@ -217,8 +227,8 @@ bool NewFile::Commit(Flush flush) {
     placed = MoveFileExA(beside_.c_str(), target_.c_str(), flags) != FALSE;
     const DWORD fault = placed ? ERROR_SUCCESS : GetLastError();
     if (fault != ERROR_SHARING_VIOLATION && fault != ERROR_ACCESS_DENIED) break;
+    placed = MoveAside(beside_, target_, flags);
   }
-  placed = placed || MoveAside(beside_, target_, flags);
   if (placed) beside_.clear();
   return placed;
 }
