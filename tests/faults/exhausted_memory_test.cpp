@@ -1,5 +1,5 @@
-// Memory that runs out in the middle of what a chart does all day: it is reported, nothing throws, what the host
-// has bound stays as it was, and the same objects work once there is memory again.
+// Memory that runs out in the middle of what a chart does all day: it is reported, nothing throws, what the
+// host has bound stays as it was, and the same objects work once there is memory again.
 
 #include <gtest/gtest.h>
 
