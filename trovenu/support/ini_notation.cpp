@@ -115,8 +115,9 @@ std::string IniSectionHead(std::string_view name) {
   return '[' + (plain ? std::string(name) : Quoted(name, "\"")) + ']';
 }
 
+// A key may be the first line of its text.
 std::string IniKey(std::string_view key) {
-  const bool plain = IsPlain(key) && key.find('=') == key.npos &&
+  const bool plain = IsPlain(key) && key.find('=') == key.npos && !key.starts_with(kByteOrderMark) &&
                      (key.empty() || std::string_view("[;#\"").find(key.front()) == key.npos);
   return plain ? std::string(key) : Quoted(key, "\"");
 }

@@ -10,6 +10,9 @@
 
 namespace trovenu {
 
+/// What an editor may put before a text.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// The parts of a line "key = value".
 struct IniKeyLine {
   std::string key;

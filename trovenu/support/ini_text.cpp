@@ -16,8 +16,6 @@ namespace trovenu {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 bool EndsLine(std::string_view text) { return !text.empty() && text.back() == '\n'; }
 
 std::string_view WithoutLineEnd(std::string_view line) {

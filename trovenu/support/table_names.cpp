@@ -32,7 +32,7 @@ bool TableNames::Take(std::string_view name) {
 }
 
 std::string TableNames::TakeShort(std::string_view name) {
-  const std::size_t least = name.size() > kLongestRest ? name.size() - kLongestRest : 0;
+  const std::size_t least = name.size() > kLongestRest ? name.size() - kLongestRest : 1;
   const std::string_view digits = DigitsAtEnd(name);
   const std::string_view stem = name.substr(0, name.size() - digits.size());
   if (digits.size() < kLongest / 2) {
