@@ -47,11 +47,23 @@ std::wstring RepairCodePage(std::string_view text) {
   return wide;
 }
 
+/// Each pair that stands for one character, which the code page lacks, as one.
+std::wstring WithoutPairs(std::wstring_view text) {
+  std::wstring single;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isPair = i + 1 < text.size() && IS_SURROGATE_PAIR(text[i], text[i + 1]);
+    single += isPair ? kReplacement : text[i];
+    if (isPair) ++i;
+  }
+  return single;
+}
+
 }  // namespace
 
-std::string CodePageFromWide(std::wstring_view text, bool *ok) {
+std::string CodePageFromWide(std::wstring_view wide, bool *ok) {
   SetOk(ok, true);
-  if (text.empty()) return {};
+  if (wide.empty()) return {};
+  const std::wstring text = WithoutPairs(wide);
   BOOL usedSubstitute = FALSE;
   const int length = WideCharToMultiByte(kCodePage, WC_NO_BEST_FIT_CHARS, text.data(), Size(text.size()),
                                          nullptr, 0, "?", nullptr);
