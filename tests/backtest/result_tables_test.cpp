@@ -121,7 +121,8 @@ TEST(ResultTables, ValuesAreCutToTheFieldsThatAreThere) {
   const std::string path = folder.Path("a.rpt");
   DB table;
   table.CreateDB(path.c_str());
-  for (const char *field : {"ExitDate", "Other", "TOTALEFF", "EntryTime"}) table.InsertField(field, 'c', 3);
+  for (const char *field : {"ExitDate", "Other", "TOTALEFF", "EntryTime", "EntryType"})
+    table.InsertField(field, 'c', 3);
   table.WriteHead();
   table.WriteField();
   table.WriteEof();
@@ -131,6 +132,7 @@ TEST(ResultTables, ValuesAreCutToTheFieldsThatAreThere) {
   DB trades(path.c_str());
   EXPECT_EQ(trades.RecordCount, 2);
   EXPECT_EQ(std::string(trades.Record, 13), " 202   55.09:");
+  EXPECT_EQ(Utf8(trades.GetStr("EntryType")), "매");
 }
 
 TEST(ResultTables, APathThatTakesNoFileStillGives1) {

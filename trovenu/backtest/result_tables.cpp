@@ -84,7 +84,8 @@ auto TradeRecords(const SVector *history, int count) {
     if (field.width >= TradeField::extent) return column.put(TradeField(to, TradeField::extent), history, i);
     std::string text(TradeField::extent, ' ');
     column.put(TradeField(text), history, i);
-    text.copy(to, field.width);
+    const TableField whole{column.name, kTextField, 0, TradeField::extent};
+    PutFieldValue(record, field, FieldValue(text.data(), whole));
   };
   return Records<Column, decltype(put)>{TradeTableColumns(), count, put};
 }
