@@ -120,8 +120,8 @@ class FourWalks {
   WalkState State(int k) const {
     double fields[4][4];
     Store(fields[0], direction_);
-    Store(fields[1], direction_ * stop_);
-    Store(fields[2], direction_ * extreme_);
+    Store(fields[1], direction_ * stop_ + All(0.0));
+    Store(fields[2], direction_ * extreme_ + All(0.0));
     Store(fields[3], acceleration_);
     return {fields[0][k] > 0.0, fields[1][k], fields[2][k], fields[3][k]};
   }
