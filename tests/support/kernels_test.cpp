@@ -151,11 +151,12 @@ TEST(Kernels, ParabolicWalksLikeASingleWalk) {
   Values high = RandomWalk(12000, 3.0, 6);
   Values low = RandomWalk(12000, 3.0, 7);
   for (std::size_t i = 0; i < high.size(); ++i) low[i] = high[i] - std::fabs(low[i] - 1000.0) / 50.0;
-  for (std::size_t i = 5000; i < 8500; ++i) high[i] = low[i] = i < 6500 ? 900.0 : 0.0;
   // A zero extreme in the state that the last piece hands over becomes the stop.
   for (std::size_t i = 11990; i < 11997; ++i) high[i] = low[i] = 0.0;
   high[11998] = 5000.0;
-  for (const bool rising : {false, true}) {
+  for (const int run : {0, 1, 2, 3}) {
+    const bool rising = run % 2 != 0;
+    for (std::size_t i = 5000; i < 8500 && run >= 2; ++i) high[i] = low[i] = i < 6500 ? 900.0 : 0.0;
     Values want(high.size());
     double stop = 990.0;
     double extreme = 1010.0;
