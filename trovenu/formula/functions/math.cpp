@@ -28,21 +28,19 @@ bool HasFailed(double operand, double result) {
          (std::isinf(result) && std::isfinite(operand));
 }
 
-// Replaces the elements from `from` to `to` - 1 by the function of them. \return the first bar at which it
-// failed, or `to`.
+// Writes the function of the elements from `from` to `to` - 1. \return the first bar at which it failed, or
+// `to`.
 template <double (*kFunction)(double)>
-int Map(double *x, int from, int to) {
-  double operands[kBarsAtOnce];
+int Map(const double *x, int from, int to, double *out) {
   for (int begin = from; begin < to; begin += kBarsAtOnce) {
-    const int bars = std::min(to - begin, kBarsAtOnce);
-    std::copy_n(x + begin, bars, operands);
+    const int end = begin + std::min(to - begin, kBarsAtOnce);
     errno = 0;
-    for (int i = 0; i < bars; ++i) x[begin + i] = kFunction(operands[i]);
-    if (errno == 0 && AllFinite(x + begin, bars)) continue;
-    for (int i = 0; i < bars; ++i) {
+    for (int i = begin; i < end; ++i) out[i] = kFunction(x[i]);
+    if (errno == 0 && AllFinite(out + begin, end - begin)) continue;
+    for (int i = begin; i < end; ++i) {
       errno = 0;
-      x[begin + i] = kFunction(operands[i]);
-      if (HasFailed(operands[i], x[begin + i])) return begin + i;
+      out[i] = kFunction(x[i]);
+      if (HasFailed(x[i], out[i])) return i;
     }
   }
   return to;
@@ -51,14 +49,16 @@ int Map(double *x, int from, int to) {
 // Required: from the first bar at which the function fails on, every bar is 0.0.
 template <double (*kFunction)(double)>
 Operand MapRule(Call &call) {
-  SVector &x = call.Own(0);
-  // A copy knows of fewer written elements than will be written from its start index on.
-  x.SetStartIndex(x.startIndex);
-  x.InitTemp();
+  const SVector &x = call.X(0);
+  SVector result(0.0);
+  if (!x.IsConstant()) result.BeginResult(x.size, x.startIndex);
   const int from = std::max(x.startIndex, 0);
-  if (from < x.size) std::fill(x.data + Map<kFunction>(x.data, from, x.size), x.data + x.size, 0.0);
+  if (from < result.size) {
+    std::fill(result.data + Map<kFunction>(x.data, from, result.size, result.data), result.data + result.size,
+              0.0);
+  }
   errno = 0;
-  return call.Take(0);
+  return result;
 }
 
 Operand PowerRule(Call &call) { return Power(call.X(0), call.X(1)); }
