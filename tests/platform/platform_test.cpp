@@ -29,7 +29,17 @@ TEST(NewFileTest, UsesALeftoverAgainButNoneThatIsBeingWritten) {
   EXPECT_EQ(FilesIn(folder.Path()), (std::vector<std::string>{"a.txt"}));
 }
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+TEST(NewFileTest, AReplacementThatStoppedHalfWayLeavesTheOldFile) {
+  const TempFolder folder;
+  folder.Put("a.txt.replaced", "older");
+  folder.Put("a.txt.replaced1", "old");
+  std::string content;
+  EXPECT_TRUE(ReadFileBytes(folder.Path("a.txt"), &content));
+  EXPECT_EQ(content, "old");
+  EXPECT_FALSE(ReadFileBytes(folder.Path("b.txt"), &content));
+}
+#else
 TEST(NewFileTest, FollowsLinksAndKeepsPermissions) {
   const TempFolder folder;
   const std::string path = folder.Put("real.txt", "old");

@@ -152,7 +152,16 @@ int rename(const char *from, const char *to) noexcept {
 
 #else
 
+#include <future>
+#include <vector>
+
 namespace trovenu::tests {
+
+namespace {
+
+std::vector<std::future<bool>> running;
+
+}  // namespace
 
 bool CanStopWrites() { return false; }
 Interrupted StopAtWrite(std::size_t, std::size_t, const std::function<void()> &) { return {}; }
@@ -160,8 +169,14 @@ FailingCall::FailingCall(int) {}
 FailingCall::~FailingCall() = default;
 bool FailingCall::Happened() const { return false; }
 bool RunOnFullDisk(std::size_t, const std::function<void()> &) { return false; }
-int StartProcess(const std::function<bool()> &) { return -1; }
-bool WaitFor(int) { return false; }
+
+// Each of the threads opens the files that it works on, as a process does.
+int StartProcess(const std::function<bool()> &action) {
+  running.push_back(std::async(std::launch::async, action));
+  return static_cast<int>(running.size()) - 1;
+}
+
+bool WaitFor(int process) { return running[static_cast<std::size_t>(process)].get(); }
 
 }  // namespace trovenu::tests
 

@@ -35,8 +35,8 @@ class FailingCall {
   bool Happened() const;
 };
 
-/// Runs `action` in a child process, at the same time as this one goes on. `WaitFor` gives true if it
-/// returned true.
+/// Runs `action` in a child process, or on a thread where a process can't be split, at the same time as this
+/// one goes on. `WaitFor` gives true if it returned true.
 int StartProcess(const std::function<bool()> &action);
 bool WaitFor(int process);
 

@@ -52,12 +52,19 @@ bool RenameOpenFile(HANDLE file, const std::string &target) {
   return SetFileInformationByHandle(file, kRenameInformationEx, &information, sizeof information) != FALSE;
 }
 
+bool IsThere(const std::string &path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+constexpr int kOldNames = 100;
+
+std::string OldName(const std::string &target, int i) {
+  return target + ".replaced" + (i == 0 ? "" : std::to_string(i));
+}
+
 /// Where a file that others have open can't be replaced, it can still be given another name first. What bears
 /// that name is gone when they close it, so there may be several.
 bool MoveAside(const std::string &beside, const std::string &target, DWORD flags) {
-  constexpr int kNames = 100;
-  for (int i = 0; i < kNames; ++i) {
-    const std::string old = target + ".old" + (i == 0 ? "" : std::to_string(i));
+  for (int i = 0; i < kOldNames; ++i) {
+    const std::string old = OldName(target, i);
     if (MoveFileExA(target.c_str(), old.c_str(), flags & ~static_cast<DWORD>(MOVEFILE_REPLACE_EXISTING)) ==
         FALSE) {
       const DWORD fault = GetLastError();
@@ -75,11 +82,39 @@ bool MoveAside(const std::string &beside, const std::string &target, DWORD flags
   return false;
 }
 
+/// For a path at which no file was found: waits while `MoveAside` is between its two steps. Where that was
+/// stopped there, the old file gets its name back. True if there is a file now.
+bool IsThereAfterAll(const std::string &path) {
+  constexpr int kTries = 100;
+  constexpr DWORD kPause = 2;
+  for (int i = 0; i < kTries && IsThere(OldName(path, 0)); ++i) {
+    if (IsThere(path)) return true;
+    Sleep(kPause);
+  }
+  int last = 0;
+  while (last < kOldNames && IsThere(OldName(path, last))) ++last;
+  return IsThere(path) ||
+         (last > 0 && MoveFileExA(OldName(path, last - 1).c_str(), path.c_str(), 0) != FALSE);
+}
+
+HANDLE OpenExisting(const std::string &path, DWORD rights) {
+  const auto open = [&] {
+    return CreateFileA(path.c_str(), rights, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+  };
+  const HANDLE handle = open();
+  if (handle != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_NOT_FOUND) return handle;
+  return IsThereAfterAll(path) ? open() : INVALID_HANDLE_VALUE;
+}
+
 }  // namespace
 
 int FileExist(const char *path) {
   if (path == nullptr) return 0;
-  const DWORD attributes = GetFileAttributesA(path);
+  DWORD attributes = GetFileAttributesA(path);
+  if (attributes == INVALID_FILE_ATTRIBUTES && GetLastError() == ERROR_FILE_NOT_FOUND &&
+      IsThereAfterAll(path)) {
+    attributes = GetFileAttributesA(path);
+  }
   return attributes != INVALID_FILE_ATTRIBUTES && !IsFolder(attributes) ? 1 : 0;
 }
 
@@ -105,7 +140,7 @@ bool RemoveFile(const std::string &path) { return DeleteFileA(path.c_str()) != F
 bool File::Open(const std::string &path, Access access) {
   Close();
   const DWORD rights = access == Access::Read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
-  const HANDLE handle = CreateFileA(path.c_str(), rights, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE handle = OpenExisting(path, rights);
   if (handle == INVALID_HANDLE_VALUE) return false;
   if (GetFileType(handle) != FILE_TYPE_DISK) {
     CloseHandle(handle);
