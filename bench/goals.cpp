@@ -52,7 +52,7 @@ double LimitOf(const Goal &goal, Instructions build, int bars) {
   if (bars < 10'000) return 0.0;
   const bool avx2 = build == Instructions::Avx2;
   const double large = avx2 ? goal.avx2Large : goal.baselineLarge;
-  return bars >= 1'000'000 && large > 0.0 ? large : avx2 ? goal.avx2 : goal.baseline;
+  return bars > 10'000 && large > 0.0 ? large : avx2 ? goal.avx2 : goal.baseline;
 }
 
 }  // namespace trovenu::bench

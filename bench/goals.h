@@ -14,7 +14,7 @@ struct Goal {
   const char *formula;
   double baseline;
   double avx2;
-  /// At 1,000,000 bars, where that is another limit.
+  /// Above 10,000 bars, where that is another limit.
   double baselineLarge = 0.0;
   double avx2Large = 0.0;
 };

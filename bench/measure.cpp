@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <string_view>
 
 #if defined(__unix__)
 #include <sys/resource.h>
@@ -40,6 +41,13 @@ long PageFaults() {
 #else
   return 0;
 #endif
+}
+
+// The series that a formula reads first.
+const SVector &DataOf(std::string_view formula, const Bars &bars) {
+  const std::size_t call = formula.find('(');
+  const char first = call < formula.size() ? formula[call + 1] : 'c';
+  return first == 'h' ? bars.high : first == 'l' ? bars.low : bars.close;
 }
 
 }  // namespace
@@ -96,10 +104,10 @@ Cost MeasureFormula(SCalc &calc, const char *formula, Bars &bars) {
     std::fprintf(stderr, "a formula with a fault: %s\n", formula);
     std::exit(1);
   };
-  SVector scratch(bars.close.GetSize());
+  const SVector &data = DataOf(formula, bars);
+  SVector scratch(data.GetSize());
   const std::vector<double> times = MeasureInTurn(
-      bars.close.GetSize(),
-      {evaluate, [&] { RunningMean(bars.close, scratch); }, [&] { CopySeries(bars.close, scratch); }});
+      data.GetSize(), {evaluate, [&] { RunningMean(data, scratch); }, [&] { CopySeries(data, scratch); }});
   const unsigned long long blocksBefore = AllocatedBlockCount();
   const unsigned long long allocationsBefore = allocations;
   const long faultsBefore = PageFaults();

@@ -22,8 +22,8 @@ double ProcessorSeconds(const std::function<void()> &work);
 /// One evaluation of a formula, text in, series out, as the median of at least 11 once it has settled.
 struct Cost {
   double nsPerBar;
-  /// Ratios to the yardsticks, which take turns with the evaluations, so that all of them meet the same
-  /// moments of a busy machine.
+  /// Ratios to the yardsticks on the series that the formula reads first. They take turns with the
+  /// evaluations, so that all of them meet the same moments of a busy machine.
   double perT;
   double perR;
   /// What 20 further evaluations took of the system: blocks of elements, other allocations, page faults.

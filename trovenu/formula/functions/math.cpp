@@ -12,11 +12,13 @@ namespace {
 // Bars between two looks at errno, a call each.
 constexpr int kBarsAtOnce = 128;
 
-// The highest bit tells whether a number is infinite or none.
-std::uint64_t NotFinite(double x) {
+// In whole numbers, since compilers turn that into a few instructions for several elements.
+bool AllFinite(const double *x, int count) {
   constexpr std::uint64_t kExponent = 0x7ff0000000000000;
   constexpr std::uint64_t kOne = 0x0010000000000000;
-  return (std::bit_cast<std::uint64_t>(x) & kExponent) + kOne;
+  std::uint64_t carries = 0;
+  for (int i = 0; i < count; ++i) carries |= (std::bit_cast<std::uint64_t>(x[i]) & kExponent) + kOne;
+  return carries >> 63 == 0;
 }
 
 // Whether the C library has set errno, or should have: some leave it alone when a result is out of range, and
@@ -33,12 +35,8 @@ int Map(const double *x, int from, int to, double *out) {
   for (int begin = from; begin < to; begin += kBarsAtOnce) {
     const int end = begin + std::min(to - begin, kBarsAtOnce);
     errno = 0;
-    std::uint64_t notFinite = 0;
-    for (int i = begin; i < end; ++i) {
-      out[i] = kFunction(x[i]);
-      notFinite |= NotFinite(out[i]);
-    }
-    if (errno == 0 && notFinite >> 63 == 0) continue;
+    for (int i = begin; i < end; ++i) out[i] = kFunction(x[i]);
+    if (errno == 0 && AllFinite(out + begin, end - begin)) continue;
     for (int i = begin; i < end; ++i) {
       errno = 0;
       out[i] = kFunction(x[i]);
