@@ -56,12 +56,7 @@ void WholeBackTest(benchmark::State &state) {
     state.PauseTiming();
     Fire(test, bars, state.range(0));
     state.ResumeTiming();
-    test.SummaryCount = 0;
-    test.SetHistoryToZero();
-    test.ProcessStop(nullptr);
-    test.Index.PreProcess();
-    test.SetHistory();
-    for (int side = -1; side <= 1; ++side) test.CalcSummary(side);
+    test.TradeRules();
   }
   state.counters["trades"] = test.History[kTradeSide].GetSize();
 }

@@ -98,13 +98,8 @@ double Simulate(SSimulation &test) {
   for (int run = 0; run < kRuns; ++run) {
     test.Index.VarValue[0] = double{kShortFirst} + run % kShortValues;
     test.Index.VarValue[1] = double{kLongFirst} + run / kShortValues;
-    test.SummaryCount = 0;
-    test.SetHistoryToZero();
     test.Index.Calc();
-    test.ProcessStop(nullptr);
-    test.Index.PreProcess();
-    test.SetHistory();
-    test.SetSummary();
+    test.TradeRules();
     trades += test.History[kTradeSide].GetSize();
   }
   return static_cast<double>(trades) / kRuns;

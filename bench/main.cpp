@@ -1,20 +1,17 @@
-// Runs all benchmarks, or prints with --goals the tables of the formulas that have a limit, with --report the
-// whole page of what things cost. Those that come
-// from the function table are registered here and not by their own static objects, since the table must exist
-// before them.
+// Runs all benchmarks; or prints what one formula costs, the formulas that have a limit, or the whole page of
+// what things cost.
 
 #include <benchmark/benchmark.h>
 
 #include <string_view>
 
-#include "bench/language.h"
 #include "bench/report.h"
 
 int main(int argc, char **argv) {
-  const std::string_view option = argc == 2 ? argv[1] : "";
-  if (option == "--goals") return trovenu::bench::PrintGoals();
-  if (option == "--report") return trovenu::bench::PrintReport();
-  trovenu::bench::RegisterLanguage();
+  const std::string_view option = argc > 1 ? argv[1] : "";
+  if (option == "--formula" && argc == 3) return trovenu::bench::PrintFormula(argv[2]);
+  if (option == "--goals" && argc == 2) return trovenu::bench::PrintGoals();
+  if (option == "--report" && argc == 2) return trovenu::bench::PrintReport();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

@@ -290,6 +290,19 @@ int PrintGoals() {
   return totals.kept ? 0 : 1;
 }
 
+int PrintFormula(const char *formula) {
+  std::puts("    bars   ns a bar         T         R  blocks  allocations  page faults, of 20 evaluations");
+  for (const int size : kSizes) {
+    Bars &bars = SharedBars(size);
+    SCalc calc;
+    bars.Bind(calc);
+    const Cost cost = MeasureFormula(calc, formula, bars);
+    std::printf("%8d %10.3f %9.2f %9.2f %7llu %12llu %12ld\n", size, cost.nsPerBar, cost.perT, cost.perR,
+                cost.blocks, cost.allocations, cost.faults);
+  }
+  return 0;
+}
+
 int PrintReport() {
   Totals totals;
   std::printf(R"(# What things cost

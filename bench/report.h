@@ -9,4 +9,7 @@ int PrintReport();
 /// The part of the page that is about the formulas with a limit of their own.
 int PrintGoals();
 
+/// What one sound formula costs, by the number of bars. Ends the program for one with a fault.
+int PrintFormula(const char *formula);
+
 }  // namespace trovenu::bench

@@ -41,13 +41,8 @@ void RunPasses(BackTest &given, SSimulation &test) {
   test.SetBigPointValue(given.bigPoint);
   test.BlPointUnit = given.pointUnit;
   if (given.isMargin != 0) test.SetMargin(given.margin);
-  test.SummaryCount = 0;
-  test.SetHistoryToZero();
   test.Index.Calc();
-  test.ProcessStop(nullptr);
-  test.Index.PreProcess();
-  test.SetHistory();
-  test.SetSummary();
+  test.TradeRules();
 }
 
 // Required: behind the end of the shorter series of a side nothing alternates, entries below their start

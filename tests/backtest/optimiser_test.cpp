@@ -60,13 +60,8 @@ struct Bench {
     single.Index.VarValue[0] = shorter;
     single.Index.VarValue[1] = longer;
     single.SetVariableToIndex();
-    single.SummaryCount = 0;
-    single.SetHistoryToZero();
     single.Index.Calc();
-    single.ProcessStop(nullptr);
-    single.Index.PreProcess();
-    single.SetHistory();
-    single.SetSummary();
+    single.TradeRules();
     return single.SummaryInfo;
   }
 

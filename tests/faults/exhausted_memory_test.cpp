@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
+#include <string>
 #include <vector>
 
 #include "tests/formula/bars.h"
@@ -57,7 +59,7 @@ struct Lines : Indicator {
     index.SetExpression(1, "spread(c)*a");
     index.SetExpression(2, "if(crossup(c,a),highest(h,9),rsi(9))");
     index.SetExpression(3, "compressc(day)+shift(sum(v),2)");
-    index.SetExpression(4, "zigzag(3)+valuewhen(2,c>o,pow(c,2))");
+    index.SetExpression(4, "x=c;zigzag(3)+valuewhen(2,c>o,pow(c,2))+(x=1)+cci(9)");
   }
 };
 
@@ -105,12 +107,7 @@ struct BackTest : Chart {
   void Draw() override {
     test.SetVariableToIndex();
     test.Index.Calc();
-    test.SetHistoryToZero();
-    test.ProcessStop(nullptr);
-    test.Index.PreProcess();
-    test.SetHistory();
-    test.SummaryCount = 0;
-    test.SetSummary();
+    test.TradeRules();
     equity = SVector();
     test.CalcEquity(&equity, 0);
   }
@@ -191,6 +188,29 @@ TEST(ExhaustedMemory, WhatAChartDrawsComesBack) {
 TEST(ExhaustedMemory, ABackTestCanBeRunAgain) { ExpectSurvivesEveryRefusal<BackTest>(); }
 
 TEST(ExhaustedMemory, DataCanBeFilledInAgain) { ExpectSurvivesEveryRefusal<Feed>(); }
+
+TEST(ExhaustedMemory, AHandlerThatThrowsStopsTheFormulaAlone) {
+  for (const bool isTail : {false, true}) {
+    OnFreshThread([&] {
+      Engine engine(RandomBars(kBars, 1));
+      engine.bars.close.SetStartIndex(3);
+      SVector::SetErrorHandler([](const char *) { throw std::bad_alloc(); });
+      FailBlockAllocation(1);
+      const SVector result =
+          isTail ? engine.Calculate("y=2;(c+o)*2;x=1", 100) : engine.Calculate("y=2;(c+o)*2;x=1");
+      FailBlockAllocation(0);
+      SVector::SetErrorHandler(nullptr);
+      EXPECT_EQ(result.GetSize(), 0);
+      EXPECT_EQ(engine.calc.errorCount, 1);
+      EXPECT_EQ(Readable(engine.Message()), "메모리가 부족합니다.");
+      EXPECT_EQ(*engine.calc.readPointer, '\0');
+      EXPECT_EQ(engine.bars.close.GetStartIndex(), 3);
+      EXPECT_EQ(engine.calc.Look("x", 0), nullptr);
+      EXPECT_EQ(engine.Calculate("c+o+y").GetSize(), kBars);
+      EXPECT_EQ(engine.calc.errorCount, 0);
+    });
+  }
+}
 
 }  // namespace
 }  // namespace trovenu::tests

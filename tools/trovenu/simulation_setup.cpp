@@ -139,15 +139,9 @@ SIndex Backtest::Rules(const std::string &system) {
 }
 
 void Backtest::Run() {
-  SSimulation &simulation = *simulation_;
-  simulation.SummaryCount = 0;
-  simulation.SetHistoryToZero();
-  simulation.Index.Calc();
-  simulation.ProcessStop(nullptr);
-  simulation.Index.PreProcess();
-  simulation.SetHistory();
-  simulation.SetSummary();
-  simulation.WriteSummary();
+  simulation_->Index.Calc();
+  simulation_->TradeRules();
+  simulation_->WriteSummary();
 }
 
 }  // namespace trovenu::tool

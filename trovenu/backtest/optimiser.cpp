@@ -76,19 +76,13 @@ void SSimulationMain::NameRunTables(long number) {
 void SSimulationMain::BeginRun() {
   Simulation->SetBigPointValue(BigPointValue);
   if (BlMargin != 0) Simulation->SetMargin(Margin);
-  Simulation->SummaryCount = 0;
-  Simulation->SetHistoryToZero();
 }
 
 // What comes afterwards.
 void SSimulationMain::FinishRun() {
-  SSimulation &simulation = *Simulation;
-  simulation.ProcessStop(nullptr);
-  simulation.Index.PreProcess();
-  simulation.SetHistory();
-  simulation.SetSummary();
-  simulation.WriteSummary();
-  simulation.WriteRunTables();
+  Simulation->TradeRules();
+  Simulation->WriteSummary();
+  Simulation->WriteRunTables();
 }
 
 // Hands the figures of a run to the host and does what it asks for. False if the search is to end.

@@ -113,6 +113,15 @@ void SSimulation::SetIndex(SIndex &index) { Index = index; }
 
 void SSimulation::SetFunction(SFunctionList *list) { FunctionList = list; }
 
+void SSimulation::TradeRules() {
+  SummaryCount = 0;
+  SetHistoryToZero();
+  ProcessStop(nullptr);
+  Index.PreProcess();
+  SetHistory();
+  SetSummary();
+}
+
 void SSimulation::SetSymbolName(SString name) { Setting.SymbolName = std::move(name); }
 
 void SSimulation::SetName(SString name) { Name = std::move(name); }

@@ -84,8 +84,9 @@ inline constexpr int kSummaryRows = 200;
 ///
 /// A back-test is a chain of passes over whole series: `SetIndex`, settings, `TickSize`, `SetFunction`;
 /// `SetVariable` or `SetVariablePointer`; `SetVariableToIndex`; `SetBigPointValue`, `SetMargin`;
-/// `SummaryCount` = 0; `SetHistoryToZero`; `Index.Calc()`; `ProcessStop(nullptr)`; `Index.PreProcess()`;
-/// `SetHistory`; `SetSummary`. An object runs any number of back-tests one after the other.
+/// `Index.Calc()`; then `SummaryCount` = 0; `SetHistoryToZero`; `ProcessStop(nullptr)`; `Index.PreProcess()`;
+/// `SetHistory`; `SetSummary`, which `TradeRules` does in one call. An object runs any number of back-tests
+/// one after the other.
 ///
 /// A signal is a bar on which a rule series is not 0, and the value is the price of the fill, for an exit by
 /// a stop with `kStopScale` times the number of the stop on top. Past the end of a rule series, and where it
@@ -143,6 +144,8 @@ class TROVENU_API SSimulation {
   /// \name Signals and trades
   /// @{
 
+  /// All passes that follow the calculation of the rules: the trade table and the summary rows begin anew.
+  void TradeRules();
   /// Empties the trade table.
   void SetHistoryToZero();
   /// Appends the trades of the rule series, sorts the table, and computes the results of all its trades.
