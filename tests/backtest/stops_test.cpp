@@ -204,6 +204,16 @@ TEST(Stops, RequiredMaxBarIsForHostsAlone) {
   EXPECT_EQ(market.test.MaxBarStop(nullptr, 0, 0, &bar, &price), -1);
 }
 
+TEST(Stops, QuietForNoBarsLeavesAtTheEntry) {
+  SmallMarket market({kEntryBar, kEntryBar, kEntryBar});
+  market.test.Setting.MinVariationStopCount = 0;
+  int bar = 2;
+  double price = 0.0;
+  EXPECT_EQ(market.test.MinVariationStop(nullptr, kLongSide, 0, &bar, &price), 0);
+  EXPECT_EQ(bar, 0);
+  EXPECT_EQ(price, 100.0);
+}
+
 TEST(Stops, AnyArgumentsAreSafe) {
   SmallMarket market({kEntryBar, kEntryBar, kEntryBar});
   SSimulation fresh;

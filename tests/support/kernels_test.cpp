@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/series_tools.h"
@@ -208,6 +210,55 @@ TEST(Kernels, KeepWhatIsNoNumberWithinItsWindows) {
   }
 }
 
+// What a window comes to by the textbook, in long double.
+struct Textbook {
+  Textbook(const double *x, const double *y, int n) {
+    for (int k = 0; k < n; ++k) {
+      sum += x[k];
+      weighted += (k + 1.0L) * x[k] / (n * (n + 1.0L) / 2);
+      ySum += y[k];
+    }
+    const long double mean = sum / n;
+    long double squares = 0, ySquares = 0, products = 0, lagSquares = 0, lagProducts = 0;
+    for (int k = 0; k < n; ++k) {
+      const long double d = x[k] - mean, e = y[k] - ySum / n, lag = k - (n - 1) / 2.0L;
+      squares += d * d;
+      ySquares += e * e;
+      products += d * e;
+      lagSquares += lag * lag;
+      lagProducts += lag * d;
+    }
+    deviation = std::sqrt(squares / n);
+    correlation = products / std::sqrt(squares * ySquares);
+    slope = lagProducts / lagSquares;
+    fit = lagProducts * lagProducts / (lagSquares * squares);
+    value = mean + slope * (0.5L * n - 2.5L);
+  }
+  long double sum = 0, weighted = 0, ySum = 0, deviation, correlation, slope, fit, value;
+};
+
+TEST(Kernels, GiveWhatTheTextbookGives) {
+  const Values x = RandomWalk(1500, 3.0, 8);
+  const Values y = RandomWalk(1500, 3.0, 9);
+  for (const int n : {3, 4, 5, 8, 14, 20, 35, 36, 37, 60, 100, 333, 1024}) {
+    const auto windows = [&, n](const char *name) {
+      const auto row = std::find_if(std::begin(kWindowed), std::end(kWindowed),
+                                    [name](const Windowed &w) { return std::string_view(w.name) == name; });
+      return Windows(*row, x, y, n - 1, n);
+    };
+    const Values correlations = windows("correlation"), slopes = windows("slope"), fits = windows("fit");
+    const Values values = windows("value");
+    for (std::size_t i = static_cast<std::size_t>(n - 1); i < x.size(); ++i) {
+      const std::size_t first = i + 1 - static_cast<std::size_t>(n);
+      const Textbook want(x.data() + first, y.data() + first, n);
+      ASSERT_NEAR(correlations[i], static_cast<double>(want.correlation), 1e-9) << "n " << n << " bar " << i;
+      ASSERT_NEAR(slopes[i], static_cast<double>(want.slope), 1e-11) << "n " << n << " bar " << i;
+      ASSERT_NEAR(fits[i], static_cast<double>(want.fit), 1e-9) << "n " << n << " bar " << i;
+      ASSERT_NEAR(values[i], static_cast<double>(want.value), 1e-9) << "n " << n << " bar " << i;
+    }
+  }
+}
+
 // The walk once held an element of 1e15; what is measured is relative to a calculation in long double.
 TEST(Kernels, ForgetASpikeThatHasPassed) {
   Values x = RandomWalk(30000, 3.0);
@@ -218,22 +269,15 @@ TEST(Kernels, ForgetASpikeThatHasPassed) {
     const Values weighted = Windows(kWindowed[2], x, x, n - 1, n);
     const Values deviations = Windows(kWindowed[5], x, x, n - 1, n);
     for (std::size_t i = static_cast<std::size_t>(n - 1); i < x.size(); ++i) {
-      const double *window = x.data() + i + 1 - static_cast<std::size_t>(n);
-      const long double sum = std::accumulate(window, window + n, 0.0L);
-      const long double mean = sum / n;
-      long double squares = 0;
-      long double rising = 0;
-      for (int k = 0; k < n; ++k) {
-        squares += (window[k] - mean) * (window[k] - mean);
-        rising += (k + 1.0L) * window[k];
-      }
-      const long double deviation = std::sqrt(squares / n);
-      const long double weightedMean = rising / (n * (n + 1.0L) / 2);
-      ASSERT_LE(std::fabs(sums[i] - sum), 1e-14L * std::fabs(sum)) << "n " << n << " bar " << i;
+      const double *const window = x.data() + i + 1 - static_cast<std::size_t>(n);
+      const Textbook want(window, window, n);
+      const long double mean = want.sum / n;
+      ASSERT_LE(std::fabs(sums[i] - want.sum), 1e-14L * std::fabs(want.sum)) << "n " << n << " bar " << i;
       ASSERT_LE(std::fabs(means[i] - mean), 1e-14L * std::fabs(mean)) << "n " << n << " bar " << i;
-      ASSERT_LE(std::fabs(weighted[i] - weightedMean), 1e-14L * std::fabs(weightedMean))
+      ASSERT_LE(std::fabs(weighted[i] - want.weighted), 1e-14L * std::fabs(want.weighted))
           << "n " << n << " bar " << i;
-      ASSERT_LE(std::fabs(deviations[i] - deviation), 1e-13L * deviation) << "n " << n << " bar " << i;
+      ASSERT_LE(std::fabs(deviations[i] - want.deviation), 1e-13L * want.deviation)
+          << "n " << n << " bar " << i;
     }
   }
 }

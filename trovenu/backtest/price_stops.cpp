@@ -3,11 +3,6 @@
 namespace trovenu {
 namespace {
 
-// Divisor that makes points of price of a distance.
-double PointScale(const SSimulation &simulation) {
-  return simulation.BlPointUnit != 0 ? 1.0 : simulation.BigPointValue;
-}
-
 // A level `distance` above the price or below it, rounded away from the price; 0 in an unknown mode.
 double LevelAway(const SSimulation &simulation, bool above, int mode, double distance, double price) {
   const TickDirection direction = above ? kTickUp : kTickDown;

@@ -31,6 +31,11 @@ inline int LastBarOfTrade(const SSimulation &simulation, int exitBar) {
   return std::min(exitBar, BarsOf(simulation.Close).GetSize() - 1);
 }
 
+/// Divisor that makes points of price of a distance.
+inline double PointScale(const SSimulation &simulation) {
+  return simulation.BlPointUnit != 0 ? 1.0 : simulation.BigPointValue;
+}
+
 /// The closing time in minutes after midnight.
 int ClosingTime(const SSimulationSetting &setting);
 

@@ -48,7 +48,7 @@ int SSimulation::MinVariationStop(SIndex * /*index*/, int side, int entryBar, in
   if (count < 0 || *exitBar <= MoveIndex(entryBar, MoveIndex(count, 1))) return kExitStays;
   const SVector &close = BarsOf(Close);
   const int mode = Setting.ModeMinVariationStop;
-  const double points = Setting.MinVariationStop / (BlPointUnit != 0 ? 1.0 : BigPointValue);
+  const double points = Setting.MinVariationStop / PointScale(*this);
   const int last = LastBarOfTrade(*this, *exitBar);
   for (int bar = MoveIndex(entryBar, count); bar <= last; ++bar) {
     double range = 0.0;

@@ -51,8 +51,7 @@ class Edges {
 class Lines {
  public:
   Lines(const ChartBars &bars, int lines, SVector *results)
-      : rising_(RisesFirst(bars)),
-        highest_(bars.FirstPrice()),
+      : highest_(bars.FirstPrice()),
         lowest_(highest_),
         upBreak_(highest_),
         downBreak_(highest_),
@@ -80,14 +79,6 @@ class Lines {
   double ChangeValue() const { return changeValue_; }
 
  private:
-  static bool RisesFirst(const ChartBars &bars) {
-    for (int i = bars.First() + 1; i < bars.End(); ++i) {
-      if (bars.close[i] > bars.close[i - 1]) return true;
-      if (bars.close[i] < bars.close[i - 1]) return false;
-    }
-    return false;
-  }
-
   void AddUp(int bar, double close) {
     rising_ = true;
     highest_ = close;
@@ -106,7 +97,8 @@ class Lines {
     points_.Add(bar, close);
   }
 
-  bool rising_;
+  // While there is no line, both ways begin at the first close and draw the same.
+  bool rising_ = false;
   // Where the last line up, and down, ended.
   double highest_;
   double lowest_;

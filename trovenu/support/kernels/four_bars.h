@@ -2,13 +2,18 @@
 
 /// \file
 /// The values of four consecutive bars, computed side by side: two registers of 16 bytes in the baseline
-/// build, one of 32 bytes with AVX2, plain numbers where the compiler has no vector types. Every operation is
-/// that of plain numbers, element by element, so all builds give the same bits.
+/// build, one of 32 bytes with AVX2, plain numbers where the compiler has no vector types, or where
+/// TROVENU_PLAIN_NUMBERS asks for them. Every operation is that of plain numbers, element by element, so all
+/// builds give the same bits.
 
 #include <cmath>
 #include <cstddef>
 
-#if defined(__GNUC__) && defined(__SSE2__)
+#if defined(__GNUC__) && !defined(TROVENU_PLAIN_NUMBERS)
+#define TROVENU_VECTORS
+#endif
+
+#if defined(TROVENU_VECTORS) && defined(__SSE2__)
 #include <immintrin.h>
 #endif
 
@@ -26,7 +31,7 @@ namespace trovenu {
 namespace {
 
 // A Part is what one instruction works on.
-#if defined(__GNUC__) && defined(__AVX__)
+#if defined(TROVENU_VECTORS) && defined(__AVX__)
 
 using Part = double __attribute__((vector_size(32)));
 // The same in memory, at any element.
@@ -85,7 +90,7 @@ TROVENU_INLINE void Scatter(double *out, std::ptrdiff_t apart, FourBars bars) {
   for (int k = 0; k < 4; ++k) out[k * apart] = bars.all[k];
 }
 
-#elif defined(__GNUC__)
+#elif defined(TROVENU_VECTORS)
 
 using Part = double __attribute__((vector_size(16)));
 // NOLINTNEXTLINE(modernize-use-using): Clang drops the alignment where it stands behind "using".
@@ -278,7 +283,7 @@ TROVENU_INLINE FourBars Magnitude(FourBars a) {
 /// A number as the first element of a part, and that element.
 TROVENU_INLINE Part Single(double number) { return Part{number}; }
 TROVENU_INLINE double First(Part part) {
-#if defined(__GNUC__)
+#if defined(TROVENU_VECTORS)
   return part[0];
 #else
   return part;
