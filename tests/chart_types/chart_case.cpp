@@ -104,12 +104,6 @@ void Chart::Run(const std::string &calculator, int automatic, int first, int las
   }
 }
 
-std::vector<double> Elements(const SVector &series) {
-  std::vector<double> elements;
-  for (int i = 0; i < series.GetSize(); ++i) elements.push_back(series[i]);
-  return elements;
-}
-
 const std::vector<std::string> &Calculators() {
   static const std::vector<std::string> names = [] {
     std::vector<std::string> all;

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/series_tools.h"
 #include "trovenu/indicator/index.h"
 #include "trovenu/price/price_data_list.h"
 
@@ -34,9 +35,6 @@ struct Chart {
   SPriceDataList list;
   SIndex index;
 };
-
-/// The elements of a series.
-std::vector<double> Elements(const SVector &series);
 
 /// The calculators by name.
 const std::vector<std::string> &Calculators();

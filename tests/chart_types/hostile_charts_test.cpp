@@ -2,18 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <thread>
-
 #include "tests/chart_types/chart_case.h"
 #include "trovenu/chart_types/turning_points.h"
-#include "trovenu/support/block_pool.h"
 
 namespace trovenu::tests {
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 // The series of a list chart are alike in length, and nothing reaches beyond the limit.
 void ExpectSound(const SIndex &index, const std::string &calculator) {
@@ -38,13 +31,13 @@ TEST(HostileCharts, AnyTextAndAnyDataEnd) {
               {{100, 130, 90}, 9},
               {{100, 130, 90}, -4},
               {{100, 130}, 0x7ffffffe},
-              {{kNan, 100, kNan, 130, 90, kNan}, 0},
+              {{kNaN, 100, kNaN, 130, 90, kNaN}, 0},
               {{-100, 20, -130}, 0},
               {{1e-300, 5e-300, 2e-300}, 0}};
   for (const std::string &calculator : Calculators()) {
     for (const char *text : texts) {
       for (const auto &set : sets) {
-        for (double tick : {0.0, 1.0, -1.0, kNan}) {
+        for (double tick : {0.0, 1.0, -1.0, kNaN}) {
           Chart chart(set.closes, set.start, tick);
           for (SString &value : chart.index.VarValue) value = text;
           SCOPED_TRACE(calculator + " " + text);
@@ -71,33 +64,6 @@ TEST(HostileCharts, NothingBoundIsEmptyAndHasNoTick) {
     EXPECT_EQ(chart.index.ExpData[1].GetSize(), bands) << calculator;
     EXPECT_STREQ(chart.index.VarValue[1].c_str(), before.c_str()) << calculator;
   }
-}
-
-TEST(HostileCharts, ExhaustedMemoryGivesAllOrNothing) {
-  SVector::SetErrorHandler([](const char *) {});
-  std::vector<double> closes;
-  for (int i = 0; i < 3000; ++i) closes.push_back(100.0 + i * 7 % 13);
-  for (const std::string &calculator : Calculators()) {
-    Chart whole(closes);
-    whole.index.VarValue[0] = whole.index.VarValue[1] = "2";
-    whole.Run(calculator);
-    for (int failing = 1; failing <= 12; ++failing) {
-      // On a thread of its own, whose pool has no blocks yet.
-      std::thread([&] {
-        Chart chart(closes);
-        chart.index.VarValue[0] = chart.index.VarValue[1] = "2";
-        FailBlockAllocation(failing);
-        chart.Run(calculator);
-        FailBlockAllocation(0);
-        for (int i = 0; i < kExpressions; ++i) {
-          const std::vector<double> values = Elements(chart.index.ExpData[i]);
-          EXPECT_TRUE(values.empty() || values == Elements(whole.index.ExpData[i]))
-              << calculator << " " << i << " allocation " << failing;
-        }
-      }).join();
-    }
-  }
-  SVector::SetErrorHandler(nullptr);
 }
 
 TEST(HostileCharts, WalksTooLongAndStepsTooSmallGiveEmptyResults) {

@@ -6,15 +6,18 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "tests/chart_types/chart_case.h"
 #include "tests/formula/bars.h"
 #include "tests/formula/engine.h"
+#include "tests/platform/temp_folder.h"
 #include "tests/support/series_tools.h"
-#include "trovenu/backtest/simulation.h"
+#include "trovenu/backtest/optimiser.h"
 #include "trovenu/formula/user_function_list.h"
 #include "trovenu/indicator/index.h"
-#include "trovenu/price/price_data.h"
+#include "trovenu/price/price_data_list.h"
 #include "trovenu/support/block_pool.h"
 
 namespace trovenu::tests {
@@ -22,22 +25,24 @@ namespace {
 
 constexpr int kBars = 3000;
 
-// A chart with what it draws; `Draw` is what memory runs out in.
-class Chart {
+// Bars, and what is drawn of them; memory runs out in `Draw`.
+class Drawing {
  public:
-  Chart() : bars(RandomBars(kBars, 1)) {}
-  virtual ~Chart() = default;
-  Chart(const Chart &) = delete;
-  Chart &operator=(const Chart &) = delete;
+  Drawing() : bars(RandomBars(kBars, 1)) {}
+  virtual ~Drawing() = default;
+  Drawing(const Drawing &) = delete;
+  Drawing &operator=(const Drawing &) = delete;
   virtual void Draw() = 0;
   // What the host does once it has heard of it.
   virtual void DrawAgain() { Draw(); }
   virtual std::vector<SVector> Results() const = 0;
+  // Whether each result is whole or empty after a refusal.
+  virtual bool IsAllOrNothing() const { return false; }
 
   Bars bars;
 };
 
-class Indicator : public Chart {
+class Indicator : public Drawing {
  public:
   explicit Indicator(int type = kIndicatorIndex) : index("", type) {
     index.SetVariable(bars.close, bars.open, bars.high, bars.low, bars.volume, bars.date, bars.openInterest,
@@ -93,7 +98,7 @@ struct Search : Indicator {
   }
 };
 
-struct BackTest : Chart {
+struct BackTest : Drawing {
   BackTest() {
     SIndex rules("", kSystemIndex);
     rules.SetExpression(0, "crossup(c,avg(c,5))");
@@ -121,7 +126,41 @@ struct BackTest : Chart {
   SVector equity;
 };
 
-struct Feed : Chart {
+// Over bars of its own, three to one.
+struct CompressedBackTest : BackTest {
+  void Draw() override {
+    test.SetVariable(bars.close, bars.open, bars.high, bars.low, bars.volume, bars.date, bars.openInterest,
+                     bars.amount);
+    test.CompressData(3);
+    BackTest::Draw();
+    test.CalcProfitLoss();
+  }
+  std::vector<SVector> Results() const override {
+    std::vector<SVector> results = BackTest::Results();
+    results.push_back(test.Index.ExpData[kRunningProfit]);
+    return results;
+  }
+};
+
+struct ValuesSearch : BackTest {
+  ValuesSearch() {
+    test.Index.SetExpression(0, "crossup(c,avg(c,n))");
+    test.Index.VarName[0] = "n";
+    test.Index.VarStart[0] = "5";
+    test.Index.VarEnd[0] = "7";
+    test.Index.VarIncrement[0] = "1";
+  }
+  void Draw() override {
+    SSimulationMain search(&test, SSimulationMain::Variables, folder.Path().c_str());
+    tagOPVARTHREADINFO info;
+    EXPECT_EQ(search.Calc(&info), 1U);
+    EXPECT_EQ(info.Current, 2);
+  }
+
+  TempFolder folder{TempFolder::Place::InMemory};
+};
+
+struct Feed : Drawing {
   void Draw() override {
     for (int i = 0; i < kBars; ++i) {
       for (int code = 0; code < SPriceData::kBarFields; ++code) data.AddData(code, i + code);
@@ -136,45 +175,92 @@ struct Feed : Chart {
     data.ClearData();
     Draw();
   }
-  std::vector<SVector> Results() const override { return {data.close, data.open, data.volume, data.amount}; }
+  std::vector<SVector> Results() const override {
+    return {data.close,  data.open, data.high,         data.low,
+            data.volume, data.date, data.openInterest, data.amount};
+  }
 
   SPriceData data;
 };
 
-template <class Kind>
-void ExpectSurvivesEveryRefusal() {
+// A list that grows moves its symbols.
+struct Symbols : Drawing {
+  void Draw() override {
+    list.Clear();
+    SPriceData symbol;
+    symbol.close = bars.close;
+    symbol.date = bars.date;
+    for (int i = 0; i < 3; ++i) list.Add(symbol);
+    copy = list;
+  }
+  std::vector<SVector> Results() const override { return {list[2].close, copy[0].date, copy[2].close}; }
+
+  SPriceDataList list;
+  SPriceDataList copy;
+};
+
+// One of the charts without a time axis.
+class OtherChart : public Drawing {
+ public:
+  explicit OtherChart(std::string calculator)
+      : calculator_(std::move(calculator)), chart_(Elements(bars.close)) {
+    chart_.index.VarValue[0] = chart_.index.VarValue[1] = "2";
+  }
+  void Draw() override { chart_.Run(calculator_); }
+  void DrawAgain() override {
+    // The counter-clock appends to what there is.
+    for (SVector &series : chart_.index.ExpData) series.ClearData();
+    Draw();
+  }
+  std::vector<SVector> Results() const override {
+    return {chart_.index.ExpData, chart_.index.ExpData + kExpressions};
+  }
+  bool IsAllOrNothing() const override { return true; }
+
+ private:
+  std::string calculator_;
+  Chart chart_;
+};
+
+template <class Kind, class... Arguments>
+void ExpectSurvivesEveryRefusal(Arguments... arguments) {
   std::vector<SVector> expected;
-  unsigned long long blocks = 0;
   OnFreshThread([&] {
-    Kind chart;
-    blocks = AllocatedBlockCount();
-    chart.Draw();
-    blocks = AllocatedBlockCount() - blocks;
-    expected = chart.Results();
+    Kind whole(arguments...);
+    whole.Draw();
+    expected = whole.Results();
   });
-  EXPECT_GT(blocks, 1U);
-  for (int nth = 1; nth <= static_cast<int>(blocks); ++nth) {
-    SCOPED_TRACE(nth);
+  bool refused = true;
+  for (int nth = 1; refused; ++nth) {
+    SCOPED_TRACE("block " + std::to_string(nth));
     OnFreshThread([&] {
-      Kind chart;
-      const Bars before = chart.bars;
+      Kind drawing(arguments...);
+      Bars before = drawing.bars;
       ErrorTrap trap;
+      const unsigned long long refusals = RefusedBlockCount();
       FailBlockAllocation(nth);
-      EXPECT_NO_THROW(chart.Draw());
+      EXPECT_NO_THROW(drawing.Draw());
       FailBlockAllocation(0);
-      EXPECT_GE(trap.Count(), 1);
+      refused = RefusedBlockCount() != refusals;
+      EXPECT_EQ(trap.Count(), refused ? 1 : 0);
+      if (!refused) return;
       EXPECT_EQ(trap.Last(), "Out of memory trying to create SVector\n");
-      for (const SVector &result : chart.Results()) ExpectSound(result);
-      ExpectSameSeries(chart.bars.close, before.close);
-      ExpectSameSeries(chart.bars.volume, before.volume);
-      chart.DrawAgain();
-      const std::vector<SVector> results = chart.Results();
+      std::vector<SVector> results = drawing.Results();
+      for (std::size_t i = 0; i < results.size(); ++i) {
+        ExpectSound(results[i]);
+        if (drawing.IsAllOrNothing() && results[i].GetSize() > 0) ExpectSameSeries(results[i], expected[i]);
+      }
+      const auto bound = drawing.bars.Columns();
+      for (std::size_t i = 0; i < bound.size(); ++i) ExpectSameSeries(*bound[i], *before.Columns()[i]);
+      drawing.DrawAgain();
+      results = drawing.Results();
       for (std::size_t i = 0; i < results.size(); ++i) {
         SCOPED_TRACE("result " + std::to_string(i));
         ExpectSameSeries(results[i], expected[i]);
       }
     });
     if (testing::Test::HasFailure()) return;
+    ASSERT_TRUE(refused || nth > 1);
   }
 }
 
@@ -185,9 +271,23 @@ TEST(ExhaustedMemory, WhatAChartDrawsComesBack) {
   ExpectSurvivesEveryRefusal<Search>();
 }
 
-TEST(ExhaustedMemory, ABackTestCanBeRunAgain) { ExpectSurvivesEveryRefusal<BackTest>(); }
+TEST(ExhaustedMemory, OtherChartsComeBack) {
+  for (const std::string &calculator : Calculators()) {
+    SCOPED_TRACE(calculator);
+    ExpectSurvivesEveryRefusal<OtherChart>(calculator);
+  }
+}
 
-TEST(ExhaustedMemory, DataCanBeFilledInAgain) { ExpectSurvivesEveryRefusal<Feed>(); }
+TEST(ExhaustedMemory, ABackTestCanBeRunAgain) {
+  ExpectSurvivesEveryRefusal<BackTest>();
+  ExpectSurvivesEveryRefusal<CompressedBackTest>();
+  ExpectSurvivesEveryRefusal<ValuesSearch>();
+}
+
+TEST(ExhaustedMemory, DataCanBeFilledInAgain) {
+  ExpectSurvivesEveryRefusal<Feed>();
+  ExpectSurvivesEveryRefusal<Symbols>();
+}
 
 TEST(ExhaustedMemory, AHandlerThatThrowsStopsTheFormulaAlone) {
   for (const bool isTail : {false, true}) {

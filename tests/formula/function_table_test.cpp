@@ -15,15 +15,13 @@
 #include <vector>
 
 #include "tests/formula/bars.h"
+#include "tests/support/series_tools.h"
 #include "trovenu/formula/words.h"
 #include "trovenu/support/block_pool.h"
 #include "trovenu/support/korean.h"
 
 namespace trovenu::tests {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // What the arguments are called in the rows.
 constexpr std::string_view kSeriesNames[] = {"x", "y", "a", "b", "cond", "d"};
@@ -158,7 +156,7 @@ Scenario OfDifferentSizes() {
 
 Scenario WithoutNumbers() {
   Scenario scenario = Alike("no numbers and infinite ones", 24, 1);
-  const double kOdd[] = {kNan, kInfinity, -kInfinity, 1e308, -1e308, 5e-324, -0.0};
+  const double kOdd[] = {kNaN, kInfinity, -kInfinity, 1e308, -1e308, 5e-324, -0.0};
   int i = 0;
   const auto spoil = [&](SVector &series) {
     for (int bar = i % 3; bar < series.GetSize(); bar += 3) series[bar] = kOdd[++i % 7];
@@ -257,7 +255,7 @@ TEST(FunctionTable, EveryFunctionIsSafeAndLeavesNoElementUnset) {
   for (const Scenario &scenario : AllScenarios()) {
     for (const Form &form : forms) {
       std::vector<double> numbers = {0};
-      if (form.HasNumbers()) numbers = {-1, 0, 1, 2.5, 2147483647, -2147483648.0, 1e300, kNan};
+      if (form.HasNumbers()) numbers = {-1, 0, 1, 2.5, 2147483647, -2147483648.0, 1e300, kNaN};
       for (const double number : numbers) {
         SCOPED_TRACE(std::string(scenario.name) + ": " + form.formula + " with " + std::to_string(number));
         LitterBlocks(-7e77);
@@ -287,6 +285,29 @@ TEST(FunctionTable, EveryFunctionHoldsTwoSeriesAtMostBesidesItsArguments) {
       const bool isZigZag = form.formula.starts_with("ZigZag");
       EXPECT_LE(AllocatedBlockCount() - before, isZigZag ? 3U : 2U) << form.formula;
     }).join();
+  }
+}
+
+// Whichever block is refused: what comes out is sound, and the same object computes what it should next time.
+TEST(FunctionTable, EveryFunctionSurvivesRefusedMemory) {
+  const ErrorTrap trap;
+  const Scenario scenario = Alike("some bars", 24, 2);
+  for (const Form &form : AllForms()) {
+    SCOPED_TRACE(form.formula);
+    for (const int start : {0, 20}) {
+      CallOf call(scenario, form, 3);
+      const SVector expected = call.Calculate(start);
+      bool refused = true;
+      for (int nth = 1; refused; ++nth) {
+        const unsigned long long refusals = RefusedBlockCount();
+        FailBlockAllocation(nth);
+        ExpectSane(call.Calculate(start));
+        FailBlockAllocation(0);
+        refused = RefusedBlockCount() != refusals;
+        EXPECT_TRUE(SameElements(call.Calculate(start), expected)) << "block " << nth;
+      }
+    }
+    if (HasFailure()) return;
   }
 }
 

@@ -24,6 +24,7 @@ void Compress(SVector *target, const SVector *source, const Grid &grid, Combine 
   const SVector &from = BarsOf(source);
   const int groups = grid.Groups();
   if (target->GetSize() < groups) target->SetSize(groups);
+  if (target->GetSize() < groups) return target->ClearData();
   int bar = 0;
   for (int k = 0; k < groups; ++k) {
     const int inGroup = grid.bars - bar < grid.perGroup ? grid.bars - bar : grid.perGroup;

@@ -130,13 +130,12 @@ Pool *ThreadPool() {
   return currentPool;
 }
 
-// Counts down to the allocation that a test wants to fail; 0 where none does.
-thread_local int allocationsToFailure = 0;
+// Counts down to the request that a test wants to fail; 0 where none does.
+thread_local int requestsToFailure = 0;
 
 thread_local unsigned long long refused = 0;
 
 Block *AllocateBlock(int sizeClass, Pool *pool) {
-  if (allocationsToFailure > 0 && --allocationsToFailure == 0) return nullptr;
   const std::size_t elements = ClassElements(sizeClass);
   if (elements > (SIZE_MAX - 2 * kAlignment) / sizeof(double)) return nullptr;
   // Zeroed pages come from the system without being touched.
@@ -243,8 +242,11 @@ double *AcquireBlock(int elements, int firstWritten) {
   const int sizeClass = ClassOf(elements);
   firstWritten = std::min(std::max(firstWritten, 0), elements);
   Pool *pool = ThreadPool();
-  Block *block = pool != nullptr ? TakeFree(*pool, sizeClass, firstWritten, elements) : nullptr;
-  if (block == nullptr) block = AllocateBlock(sizeClass, pool);
+  Block *block = nullptr;
+  if (requestsToFailure == 0 || --requestsToFailure > 0) {
+    if (pool != nullptr) block = TakeFree(*pool, sizeClass, firstWritten, elements);
+    if (block == nullptr) block = AllocateBlock(sizeClass, pool);
+  }
   if (block == nullptr) {
     ++refused;
     return nullptr;
@@ -292,6 +294,6 @@ unsigned long long RetainedElementCount() {
   return pool != nullptr ? pool->retained / sizeof(double) : 0;
 }
 
-void FailBlockAllocation(int n) { allocationsToFailure = n; }
+void FailBlockAllocation(int n) { requestsToFailure = n; }
 
 }  // namespace trovenu

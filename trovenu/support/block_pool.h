@@ -39,8 +39,8 @@ unsigned long long RefusedBlockCount();
 /// Elements in the blocks that wait in this thread's pool.
 unsigned long long RetainedElementCount();
 
-/// For tests: the n-th block from now on that this thread asks of the system's allocator (1 is the next) is
-/// refused, as when memory is exhausted; 0 withdraws that.
+/// For tests: the n-th block from now on that this thread asks for (1 is the next) is refused, as when memory
+/// is exhausted; 0 withdraws that.
 void FailBlockAllocation(int n);
 
 }  // namespace trovenu
