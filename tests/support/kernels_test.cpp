@@ -259,6 +259,24 @@ TEST(Kernels, GiveWhatTheTextbookGives) {
   }
 }
 
+TEST(Kernels, TellWindowsThatDoNotVary) {
+  const Values y = RandomWalk(400, 3.0, 9);
+  Values x = RandomWalk(400, 3.0, 8);
+  std::fill(x.begin() + 100, x.begin() + 300, 0.1);
+  for (const int n : {2, 3, 20, 35, 36, 100}) {
+    Values fits(x.size()), correlations(x.size()), reversed(x.size());
+    ActiveKernels().lineFit(x.data(), n - 1, 400, n, fits.data());
+    ActiveKernels().correlation(x.data(), y.data(), n - 1, 400, n, correlations.data());
+    ActiveKernels().correlation(y.data(), x.data(), n - 1, 400, n, reversed.data());
+    for (std::size_t i = static_cast<std::size_t>(n - 1); i < x.size(); ++i) {
+      const bool isFlat = i >= static_cast<std::size_t>(99 + n) && i < 300;
+      ASSERT_EQ(fits[i] == kNoFit, isFlat) << "n " << n << " bar " << i;
+      ASSERT_EQ(correlations[i] == 0.0, isFlat) << "n " << n << " bar " << i;
+      ASSERT_EQ(reversed[i] == 0.0, isFlat) << "n " << n << " bar " << i;
+    }
+  }
+}
+
 // The walk once held an element of 1e15; what is measured is relative to a calculation in long double.
 TEST(Kernels, ForgetASpikeThatHasPassed) {
   Values x = RandomWalk(30000, 3.0);
