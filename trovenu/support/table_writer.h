@@ -46,7 +46,8 @@ class TROVENU_API DB {
   int InsertField(const char *name, char type, int width);
   int WriteHead();
   int WriteField();
-  /// Makes the file and opens it.
+  /// Makes the file and opens it. A file that is made but can't be opened gives nonzero too, with `State`
+  /// `Closed`.
   int WriteEof();
   /// @}
 
