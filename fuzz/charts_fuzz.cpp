@@ -91,8 +91,8 @@ void Run(Input input) {
     const int step = input.Byte();
     close = step < 250 ? close + (step - 125) / 4.0 : input.Number();
     data.AddData(SPriceData::kClose, close);
-    data.AddData(SPriceData::kVolume, step % 9);
-    data.AddData(SPriceData::kDate, date);
+    data.AddData(SPriceData::kVolume, step == 248 ? input.Number() : step % 9);
+    data.AddData(SPriceData::kDate, step == 249 ? input.Number() : date);
     date += step % 16 == 15 ? 1e6 : 300.0;
     if (!(std::fabs(close) < 1e300)) close = 100.0;
   }
@@ -108,8 +108,8 @@ void Run(Input input) {
   for (int i = 0; i < kExpressions; ++i) {
     Require(HaveSameElements(index.ExpData[i], again.ExpData[i]), "a chart is repeatable");
     Require(index.ExpData[i].GetSize() <= kMostSteps, "a chart has its limit");
-    if (i > 1 && i < 4 && HasList(chart))
-      Require(index.ExpData[i].GetSize() == index.ExpData[1].GetSize(), "a list is of one length");
+    if (i > 0 && i < 4 && HasList(chart))
+      Require(index.ExpData[i].GetSize() == index.ExpData[0].GetSize(), "a list is of one length");
   }
   const SString used = index.VarValue[0];
   chart.automatic = 0;

@@ -1,14 +1,19 @@
 // One formula: by the direct path as a whole and as a tail, compiled and run.
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "fuzz/check.h"
 #include "fuzz/functions.h"
 #include "fuzz/market.h"
+#include "tests/formula/random_formula.h"
 #include "trovenu/formula/postfix/carried.h"
 
 namespace trovenu::fuzz {
 namespace {
+
+using tests::RandomFormula;
 
 constexpr int kMostBars = 48;
 constexpr int kLimit = kExpressionBytes + 20;
@@ -35,8 +40,40 @@ void CheckTokensEnd(const std::string &formula) {
   }
 }
 
+// Bars whose neighbours are never alike: the determination of a flat window is carried over from the bar
+// before, which a tail doesn't see.
+Market ReadUnevenMarket(Input &input) {
+  Market bars = ReadMarket(input, kMostBars);
+  for (const int series : {2, 3, 4}) {
+    SVector &values = bars.series[series];
+    for (int i = 0; i < values.GetSize(); ++i) values[i] = 2.0 * std::floor(values[i]) + i % 2;
+  }
+  return bars;
+}
+
+// A made formula that looks at windows of bars has the same values in a tail.
+void CheckMadeFormula(Input input) {
+  static SFunctionList functions = RandomFormula::UserFunctions();
+  const int later = input.Below(kMostBars);
+  Input choices = input.Part(160);
+  RandomFormula formulas([&choices] { return std::uint_fast32_t{choices.Byte()}; },
+                         RandomFormula::Words::TailCalls);
+  const std::string formula = formulas.Next();
+  Market bars = ReadUnevenMarket(input);
+  Reader direct(bars, functions, formula);
+  const SVector whole = direct.calc.Calculate();
+  Require(direct.calc.errorCount == 0, "a made formula is faultless");
+  if (direct.calc.fullCalc != 0) return;
+  const int first = whole.GetStartIndex() + later;
+  Reader reader(bars, functions, formula);
+  const SVector tail = reader.calc.Calculate(later);
+  for (int bar = first; bar < whole.GetSize(); ++bar)
+    Require(IsSameNumber(tail[bar], whole[bar]), "a tail has the values of the whole");
+}
+
 void Run(Input input) {
   const std::string formula = input.Text().substr(0, kLimit);
+  if (formula.empty()) return CheckMadeFormula(input);
   SFunctionList functions = ReadFunctions(input, 400);
   std::string all = formula;
   for (int i = 0; i < functions.Size; ++i) all += ';' + std::string(functions[i].Expression.View());
@@ -54,8 +91,13 @@ void Run(Input input) {
   Reader again(bars, functions, formula);
   Require(IsSameSeries(again.calc.Calculate(), whole), "an evaluation is repeatable");
   Reader tail(bars, functions, formula);
-  tail.calc.Calculate(from);
+  const SVector rest = tail.calc.Calculate(from);
   Require(*tail.calc.readPointer == '\0', "a tail comes to the end of the text");
+  // A constant is not widened there, and an error doesn't count.
+  const bool hasAll =
+      std::ranges::all_of(bars.series, [](const SVector &s) { return s.GetStartIndex() <= 0; });
+  if (from <= 0 && hasAll && direct.calc.errorCount == 0 && rest.GetSize() > 1)
+    Require(IsSameSeries(rest, whole), "a tail from the first bar on is the whole");
   Require(bars.IsSameAs(before), "an evaluation changes no bars");
 
   // A program may change the bars.

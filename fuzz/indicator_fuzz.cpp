@@ -2,6 +2,7 @@
 // titles.
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -23,13 +24,36 @@ void Bind(SIndex &index, Market &bars) {
   index.SetVariable(s[0], s[1], s[2], s[3], s[4], s[5], s[6], s[7]);
 }
 
+bool IsBlank(const SString &text) { return SString(text).Trim().IsEmpty(); }
+
+void CheckFaults(SIndex index) {
+  bool hasNothing = false;
+  for (int i = 0; i < kVariables; ++i)
+    hasNothing = hasNothing || (IsBlank(index.VarName[i]) && IsBlank(index.VarValue[i]));
+  int uneven = 0;
+  const auto isUneven = [](const SString &text) {
+    return std::ranges::count(text.View(), '(') != std::ranges::count(text.View(), ')');
+  };
+  while (uneven < kExpressions && !isUneven(index.Expression[uneven])) ++uneven;
+  const bool hasUneven = !hasNothing && uneven < kExpressions;
+  for (int run = 0; run < 2; ++run) {
+    const IndexError error = index.CheckError();
+    Require(error.Message.IsEmpty() == !(hasNothing || hasUneven), "a check tells of a fault");
+    Require(error.BlVariable == (hasNothing ? 1 : 0), "a variable has a name or a value");
+    Require(error.ExpIndex == (hasUneven ? uneven : 0), "the first formula with uneven parentheses is told");
+  }
+}
+
 void CheckTexts(SIndex index) {
   SIndex::SkipComments(index.Expression[1]);
   std::string buffer(index.Expression[0].View());
   Require(SIndex::ProcessString(buffer.data()) == buffer.data(), "the buffer comes back");
-  const IndexError first = index.CheckError();
-  const IndexError second = index.CheckError();
-  Require(first.Message == second.Message && first.ExpIndex == second.ExpIndex, "a check is repeatable");
+  CheckFaults(index);
+  // Variables that are not in use would hide what is wrong with the formulas.
+  for (SString &value : index.VarValue) {
+    if (IsBlank(value)) value = "1";
+  }
+  CheckFaults(index);
   for (int line = -1; line <= kExpressions; ++line) {
     for (const int position : {-1, 0, 5, kMostBars}) {
       index.GetExpNameWithValue(line, position);
@@ -43,6 +67,56 @@ void CheckTexts(SIndex index) {
   }
   index.GetIndexVariable();
   index.GetMaxExpNameLength();
+}
+
+// What the black box appends for a direction and two levels.
+std::string EndingOf(int kind, bool isFirst, const std::string &first, const std::string &second) {
+  switch (kind) {
+    case BlackBoxCross:
+      return (isFirst ? "; CrossUp(Black1Box1Exp1," : "; CrossDown(Black1Box1Exp1,") + first + "),0)>==";
+    case BlackBoxLevel:
+      return "; Black1Box1Exp1 " + (isFirst ? ">= " + first : "<= " + second) + ",0)>==";
+    case BlackBoxBand:
+      return "; Black1Box1Exp1 >= " + first + " And Black1Box1Exp1 <= " + second + ",0)>==";
+    case BlackBoxTurn:
+      return isFirst
+                 ? "; Black1Box1Exp1(2) > Black1Box1Exp1(1) And Black1Box1Exp1(1) <= Black1Box1Exp1,0)>=="
+                 : "; Black1Box1Exp1(2) <= Black1Box1Exp1(1) And Black1Box1Exp1(1) > Black1Box1Exp1,0)>==";
+    case BlackBoxTrend:
+      return isFirst
+                 ? "; Black1Box1Exp1(2) <= Black1Box1Exp1(1) And Black1Box1Exp1(1) <= Black1Box1Exp1,0)>=="
+                 : "; Black1Box1Exp1(2) > Black1Box1Exp1(1) And Black1Box1Exp1(1) > Black1Box1Exp1,0)>==";
+    default:
+      return ",0)>==";
+  }
+}
+
+// The formula without comments and, unless it stands first, without its last ";". Behind the one before it
+// the last statement begins.
+std::string WithBlackBox(SString formula, const std::string &ending) {
+  SIndex::SkipComments(formula);
+  std::string text(formula.View());
+  if (const std::size_t last = text.rfind(';'); last != std::string::npos && last > 0) text.erase(last, 1);
+  std::size_t begin = text.rfind(';');
+  begin = begin == std::string::npos || begin == 0 ? 0 : begin + 1;
+  return text.substr(0, begin) + "Sum(Black1Box1Exp1 = " + text.substr(begin) + ending;
+}
+
+void CheckBlackBox(const SIndex &index, int slot, const double *params) {
+  const std::string first(SString().dtos(params[1], 0).View());
+  const std::string second(SString().dtos(params[2], 0).View());
+  for (int kind = -1; kind < 8; ++kind) {
+    SIndex changed(index);
+    changed.ConvBlackBoxToExpression(slot, static_cast<TypeBlackBox>(kind), params);
+    for (int i = 0; i < kExpressions; ++i) {
+      const std::string expected =
+          i == slot ? WithBlackBox(index.Expression[i], EndingOf(kind, params[0] == 0.0, first, second))
+                    : std::string(index.Expression[i].View());
+      Require(changed.Expression[i].View() == expected, "the black box makes a condition of its slot alone");
+    }
+    changed.ConvBlackBoxToExpression(slot, static_cast<TypeBlackBox>(kind), nullptr);
+    changed.ConvertExpression();
+  }
 }
 
 bool IsTooCostly(const SIndex &index) {
@@ -80,14 +154,16 @@ void Run(Input input) {
     if (index.VarName[i].IsEmpty()) break;
   }
   SFunctionList functions = ReadFunctions(input, 200);
-  const int condition = input.Below(9);
-  const int slot = input.Below(kExpressions + 2) - 1;
+  const int condition = input.Below(9) - 1;
+  const int choice = input.Below(16);
+  const int slot = choice == 15 ? -1 : choice == 14 ? kExpressions : choice % kExpressions;
   const double params[] = {input.Number(), input.Number(), input.Number()};
   const bool isSignal = input.Flag();
   Market bars = ReadWildMarket(input, kMostBars);
 
   CheckTexts(index);
-  if (condition < 8) index.ConvBlackBoxToExpression(slot, static_cast<TypeBlackBox>(condition), params);
+  CheckBlackBox(index, slot, params);
+  if (condition >= 0) index.ConvBlackBoxToExpression(slot, static_cast<TypeBlackBox>(condition), params);
   index.ConvertExpression();
   if (IsTooCostly(index)) return;
   std::vector<SString> converted(std::begin(index.ConvExpression), std::end(index.ConvExpression));

@@ -6,8 +6,12 @@
 
 #include "fuzz/check.h"
 #include "fuzz/input.h"
+#include "fuzz/stored_text.h"
 #include "tests/platform/temp_folder.h"
+#include "trovenu/backtest/simulation.h"
 #include "trovenu/platform/platform.h"
+#include "trovenu/price/sr_lines.h"
+#include "trovenu/support/index_paths.h"
 #include "trovenu/support/ini_file.h"
 #include "trovenu/support/ini_mem_file.h"
 #include "trovenu/support/ini_text.h"
@@ -60,16 +64,39 @@ void CheckFiles(const std::string &text, const Entry &entry) {
   Require(CIniFile(path.c_str()).GetString(section, key, "absent") == old, "the saved values count");
 }
 
+// Settings that are read from any file and saved over it are read alike.
+void CheckReaders(const std::string &text) {
+  static const tests::TempFolder folder;
+  const std::string path = folder.Put("simulation.ini", text);
+  SSimulation test, testAgain;
+  test.ReadSetting(path.c_str());
+  Require(test.Setting.SignalAction == 0, "no file chooses the action on a signal");
+  test.SaveSetting(path.c_str());
+  testAgain.ReadSetting(path.c_str());
+  Require(testAgain.Setting.SymbolName == test.Setting.SymbolName, "a symbol's name is read as it was saved");
+  Require(StoredText(testAgain) == StoredText(test), "settings of a back-test are read as they were saved");
+
+  folder.Put("alarmset.ini", text);
+  setIndexDir(folder.Path().c_str());
+  SSRLines lines, linesAgain;
+  lines.ReadSetting();
+  lines.SaveSetting();
+  linesAgain.ReadSetting();
+  setIndexDir(nullptr);
+  Require(linesAgain == lines, "the look of the lines is read as it was saved");
+}
+
 void Run(Input input) {
   Entry entry;
   entry.section = input.Text();
   entry.key = input.Text();
   entry.value = input.Text();
-  const bool onDisk = input.Below(32) == 31;
+  const int onDisk = input.Below(32);
   const std::string text = input.Rest();
   CheckText(text, entry, IniText::LetterCase::Ignored);
   CheckText(text, entry, IniText::LetterCase::Matters);
-  if (onDisk) CheckFiles(text, entry);
+  if (onDisk == 31) CheckFiles(text, entry);
+  if (onDisk == 30) CheckReaders(text);
 }
 
 }  // namespace

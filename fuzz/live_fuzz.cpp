@@ -109,11 +109,19 @@ void CheckLines(Feed &feed, const SIndex &live) {
 // The newest `fresh` bars are not in the lines yet.
 void RunFeed(Input &input) {
   static SFunctionList functions = RandomFormula::UserFunctions();
-  SIndex live("", input.Below(2));
+  const int choice = input.Below(4);
+  SIndex live("", choice % 2);
   live.SetFunction(&functions);
   RandomFormula formulas([&input] { return std::uint_fast32_t{input.Byte()}; },
-                         RandomFormula::Words::TailCalls);
+                         choice < 2 ? RandomFormula::Words::TailCalls : RandomFormula::Words::AllCalls);
   for (int i = input.Below(3); i >= 0; --i) live.SetExpression(2 - i, formulas.Next().c_str());
+  // Of such a call the bars before the newest ones change too, which an update of the lines leaves as they
+  // are.
+  const bool looksAhead = formulas.Used().contains(FunctionId::DeCompress);
+  const auto update = [&live, looksAhead] {
+    if (looksAhead) live.SetCalcInit();
+    live.CalcLast();
+  };
   Feed feed(0);
   feed.Bind(live);
   int fresh = 0;
@@ -143,7 +151,7 @@ void RunFeed(Input &input) {
       case 6:
       case 7:
       case 8:
-        live.CalcLast();
+        update();
         fresh = 0;
         CheckLines(feed, live);
         break;
@@ -152,7 +160,7 @@ void RunFeed(Input &input) {
         ++fresh;
     }
   }
-  live.CalcLast();
+  update();
   CheckLines(feed, live);
 }
 

@@ -2,16 +2,24 @@
 // file words.dict is a dictionary with the words of the formula language; below it stand a folder of first
 // inputs for each target that reads a stored form.
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <set>
 #include <string>
 
 #include "fuzz/functions.h"
 #include "fuzz/stored_text.h"
+#include "tests/platform/temp_folder.h"
+#include "trovenu/backtest/simulation.h"
 #include "trovenu/formula/words.h"
+#include "trovenu/indicator/index.h"
+#include "trovenu/price/chart_pane.h"
+#include "trovenu/price/chart_property.h"
 #include "trovenu/price/price_data_list.h"
+#include "trovenu/support/index_paths.h"
 
 namespace trovenu::fuzz {
 namespace {
@@ -45,6 +53,44 @@ std::string Dictionary() {
   return text;
 }
 
+// One text for each kind of the target, the kind behind the zero byte. The first is a settings text.
+void PutSettings(const std::filesystem::path &folder, const std::string &settings,
+                 const std::string &symbols) {
+  const std::string texts[] = {settings,
+                               symbols,
+                               StoredText(SIndex(), -1),
+                               StoredText(SChartProperty()),
+                               StoredText(SChartProp(), 3),
+                               StoredText(SSRLines(), -1),
+                               StoredText(SSimulation())};
+  for (char kind = 0; const std::string &text : texts) {
+    Put(folder / ("settings/kind" + std::to_string(kind)), text + '\0' + kind);
+    ++kind;
+  }
+}
+
+// What a target makes its choices of.
+std::string Choices(std::uint32_t seed) {
+  std::mt19937 random(seed);
+  std::string bytes(300, '\0');
+  for (char &byte : bytes) byte = static_cast<char>(random());
+  return bytes;
+}
+
+// Files with other values than the defaults, behind the choice of their readers.
+void PutIniFiles(const std::filesystem::path &folder, const std::string &entry) {
+  const tests::TempFolder files;
+  setIndexDir(files.Path().c_str());
+  SSRLines().SaveSetting();
+  setIndexDir(nullptr);
+  SSimulation().SaveSetting(files.Path("simulation").c_str());
+  for (const char *name : {"alarmset.ini", "simulation"}) {
+    const std::string bytes = Choices(4);
+    Input choices(reinterpret_cast<const std::uint8_t *>(bytes.data()), bytes.size());
+    Put(folder / "ini" / name, entry + '\x1e' + WithOtherValues(files.Content(name), choices));
+  }
+}
+
 }  // namespace
 }  // namespace trovenu::fuzz
 
@@ -60,13 +106,14 @@ int main(int argc, char **argv) {
   list.Add();
   CMemFile settings;
   list.SaveSetting(&settings);
-  // Behind the zero byte stands the choice of the form.
   const std::string symbols = fuzz::StoredText(list);
-  fuzz::Put(folder / "settings/settings", std::string(settings.View()));
-  fuzz::Put(folder / "settings/symbols", symbols + '\0' + '\1');
-  fuzz::Put(folder / "settings/indicator", fuzz::StoredText(SIndex(), -1) + '\0' + '\2');
+  fuzz::PutSettings(folder, std::string(settings.View()), symbols);
   const std::string entry = std::string("0_x") + '\0' + "key" + '\0' + "value" + '\0';
   fuzz::Put(folder / "archive/symbols", entry + '\0' + '\0' + symbols.substr(0, 1500));
   fuzz::Put(folder / "ini/settings", entry + '\0' + std::string(settings.View().substr(0, 1500)));
+  fuzz::PutIniFiles(folder, entry);
+  // An empty text has the formula made.
+  for (const std::uint32_t seed : {1U, 2U, 3U})
+    fuzz::Put(folder / ("formula/made" + std::to_string(seed)), '\0' + fuzz::Choices(seed));
   return 0;
 }
