@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -59,6 +60,10 @@ struct Search {
       : optimiser(&market->test, trovenu::SSimulationMain::Variables, folder), window(owner) {
     InitializeCriticalSection(&section);
     thread = CreateThread(nullptr, 0, &Search::Work, this, CREATE_SUSPENDED, nullptr);
+    if (thread == nullptr) {
+      std::fputs("a thread can't be started\n", stderr);
+      std::exit(1);
+    }
     hostWindow = std::make_unique<trovenu::HostWindow>(static_cast<void *>(window));
     hostLock = std::make_unique<trovenu::HostLock>(static_cast<void *>(&section));
     hostThread = std::make_unique<trovenu::HostThread>(static_cast<void *>(thread));
