@@ -88,6 +88,7 @@ TEST(Stops, DayTrading) {
                        "L0-2@102#6 L3-5@105#6"},
            ClosingCase{"in the morning every bar is too late but none", "09:00", 0, ""},
            ClosingCase{"over midnight it waits for the time of day", "14:31", 0, "L0-5@105#6"},
+           ClosingCase{"two characters each", "14:2999", 0, "L0-1@101#6 L3-5@105#6"},
            ClosingCase{"no hour: 0:30 + 12", "xx:30", 1, "L3-4@104#6"},
            ClosingCase{"no time: noon", "", 1, "L3-4@104#6"},
            ClosingCase{"no time: midnight", "?", 0, ""},
@@ -153,6 +154,7 @@ TEST(Stops, ExitSeriesThatAreTooShortAreLengthened) {
   early[1] = 100.0;
   early.SetStartIndex(2);
   const std::pair<SVector, const char *> cases[] = {{SVector(), "L0-2@98#1 L3-4@98#1"},
+                                                    {SVector(2), "L0-2@98#1 L3-4@98#1"},
                                                     {SVector(5.0), "L0-2@98#1 L3-4@98#1"},
                                                     {early, "L0-1@100 L3-4@98#1"}};
   for (const auto &[exits, expected] : cases) {
@@ -212,6 +214,9 @@ TEST(Stops, QuietForNoBarsLeavesAtTheEntry) {
   EXPECT_EQ(market.test.MinVariationStop(nullptr, kLongSide, 0, &bar, &price), 0);
   EXPECT_EQ(bar, 0);
   EXPECT_EQ(price, 100.0);
+  bar = 2;
+  market.test.Setting.ModeMinVariationStop = 2;
+  EXPECT_EQ(market.test.MinVariationStop(nullptr, kLongSide, 0, &bar, &price), -1);
 }
 
 TEST(Stops, AnyArgumentsAreSafe) {
@@ -230,7 +235,10 @@ TEST(Stops, AnyArgumentsAreSafe) {
         for (const int entry : {kLeast, -1, 0, 2, 3, kMost}) {
           for (const int exit : {kLeast, -1, 0, 3, kMost}) {
             int bar = exit;
-            (test->*stop)(nullptr, side, entry, &bar, &price);
+            const int moved = (test->*stop)(nullptr, side, entry, &bar, &price);
+            const bool isTrade = test->Close != nullptr && side >= 0 && side <= 1 && entry >= 0 &&
+                                 entry < test->Close->GetSize();
+            EXPECT_TRUE(moved == -1 || isTrade || stop == &SSimulation::MaxBarStop);
             EXPECT_EQ((test->*stop)(nullptr, side, entry, nullptr, &price), -1);
             EXPECT_EQ((test->*stop)(nullptr, side, entry, &bar, nullptr), -1);
           }
