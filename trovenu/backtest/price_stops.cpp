@@ -20,12 +20,16 @@ bool IsHit(const SSimulation &simulation, int side, int bar, double level) {
   return side == kLongSide ? level >= price : level <= price;
 }
 
-// The first bar at which a level that stays is hit. For a target the side is the opposite one.
-int FirstHit(const SSimulation &simulation, int side, int first, int last, double level) {
-  for (int bar = first; bar <= last; ++bar) {
-    if (IsHit(simulation, side, bar, level)) return bar;
+// Leaves at the first bar at which a level that stays is hit. For a target `hitSide` is the opposite side.
+int LeaveAtLevel(SSimulation &simulation, int side, int hitSide, double level, int entryBar, int *exitBar,
+                 double *exitPrice) {
+  const int last = LastBarOfTrade(simulation, *exitBar);
+  for (int bar = entryBar + 1; bar <= last; ++bar) {
+    if (!IsHit(simulation, hitSide, bar, level)) continue;
+    const double fill = simulation.GetStopLossValue(hitSide, bar, level);
+    return SSimulation::ProcessStopValue(side, bar, fill, exitBar, exitPrice);
   }
-  return -1;
+  return kExitStays;
 }
 
 // Walks the bars of a trade with the best price of the bars before, the close of the entry to begin with.
@@ -58,9 +62,7 @@ int SSimulation::MoneyManagementStop(SIndex * /*index*/, int side, int entryBar,
   if (!IsTrade(*this, side, entryBar, exitBar, exitPrice)) return kExitStays;
   const double level = LevelAway(*this, side == kShortSide, Setting.ModeMoneyManagementStop,
                                  Setting.MoneyManagementStop, BarsOf(Close)[entryBar]);
-  const int bar = FirstHit(*this, side, entryBar + 1, LastBarOfTrade(*this, *exitBar), level);
-  if (bar < 0) return kExitStays;
-  return ProcessStopValue(side, bar, GetStopLossValue(side, bar, level), exitBar, exitPrice);
+  return LeaveAtLevel(*this, side, side, level, entryBar, exitBar, exitPrice);
 }
 
 int SSimulation::ProfitTargetStop(SIndex * /*index*/, int side, int entryBar, int *exitBar,
@@ -69,9 +71,7 @@ int SSimulation::ProfitTargetStop(SIndex * /*index*/, int side, int entryBar, in
   const int opposite = side == kLongSide ? kShortSide : kLongSide;
   const double level = LevelAway(*this, side == kLongSide, Setting.ModeProfitTargetStop,
                                  Setting.ProfitTargetStop, BarsOf(Close)[entryBar]);
-  const int bar = FirstHit(*this, opposite, entryBar + 1, LastBarOfTrade(*this, *exitBar), level);
-  if (bar < 0) return kExitStays;
-  return ProcessStopValue(side, bar, GetStopLossValue(opposite, bar, level), exitBar, exitPrice);
+  return LeaveAtLevel(*this, side, opposite, level, entryBar, exitBar, exitPrice);
 }
 
 int SSimulation::RiskTrailingStop(SIndex *index, int side, int entryBar, int *exitBar, double *exitPrice) {

@@ -47,9 +47,8 @@ Exit AskStops(SSimulation &simulation, SIndex *index, int side, int entryBar, Ex
 // Bars that `MinVariationStop` needs before the exit to look at a trade at all; 0 if the trade is too short
 // for it or the stop is off.
 int QuietReach(const SSimulationSetting &setting, int entryBar, int exitBar) {
-  const int count = setting.MinVariationStopCount;
-  if (setting.BlMinVariationStop == 0 || count < 0) return 0;
-  const int needed = MoveIndex(count, 2);
+  if (setting.BlMinVariationStop == 0) return 0;
+  const int needed = MoveIndex(setting.MinVariationStopCount, 2);
   return MoveIndex(entryBar, needed) <= exitBar ? needed : 0;
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -23,12 +24,12 @@ bool IsQuiet(const SSimulation &simulation, int bar, int count, double range) {
   const SVector &lows = BarsOf(simulation.Low);
   double high = BarsOf(simulation.Close)[bar - count];
   double low = high;
-  for (int i = bar - count + 1; i <= bar; ++i) {
-    if (highs[i] > high) high = highs[i];
-    if (lows[i] < low) low = lows[i];
-    if (high - low >= range) return false;
+  for (int i = bar - count + 1; range > high - low; ++i) {
+    if (i > bar) return true;
+    high = std::max(high, highs[i]);
+    low = std::min(low, lows[i]);
   }
-  return range > high - low;
+  return false;
 }
 
 }  // namespace
