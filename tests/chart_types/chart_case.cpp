@@ -58,10 +58,13 @@ void Check(const Case &expected) {
     for (const std::string &word : expected.words.at("variables")) index.VarValue[i++] = text(word).c_str();
   }
   const std::vector<double> range = expected.Has("range") ? expected.Numbers("range") : std::vector{0.0, 1e9};
+  // The dates of the host, which stand behind the results.
+  index.ExpDate.Add(20231231);
   for (int run = 0; run < expected.Number("runs", 1); ++run) {
     chart.Run(expected.words.at("chart").at(0), static_cast<int>(expected.Number("automatic", 0)),
               static_cast<int>(range.at(0)), static_cast<int>(range.at(1)));
   }
+  EXPECT_EQ(Elements(index.ExpDate), std::vector<double>{20231231});
   i = 0;
   if (expected.Has("reads")) {
     for (const std::string &word : expected.words.at("reads"))
