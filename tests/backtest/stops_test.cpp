@@ -88,6 +88,7 @@ TEST(Stops, DayTrading) {
                        "L0-2@102#6 L3-5@105#6"},
            ClosingCase{"in the morning every bar is too late but none", "09:00", 0, ""},
            ClosingCase{"over midnight it waits for the time of day", "14:31", 0, "L0-5@105#6"},
+           ClosingCase{"90 minutes are an hour and a half", "13:90", 0, "L0-2@102#6 L3-5@105#6"},
            ClosingCase{"two characters each", "14:2999", 0, "L0-1@101#6 L3-5@105#6"},
            ClosingCase{"no hour: 0:30 + 12", "xx:30", 1, "L3-4@104#6"},
            ClosingCase{"no time: noon", "", 1, "L3-4@104#6"},
