@@ -54,6 +54,7 @@ bool RenameOpenFile(HANDLE file, const std::string &target) {
 
 bool IsThere(const std::string &path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
+constexpr const char *kNewName = ".new";
 constexpr int kOldNames = 100;
 
 std::string OldName(const std::string &target, int i) {
@@ -82,14 +83,22 @@ bool MoveAside(const std::string &beside, const std::string &target, DWORD flags
   return false;
 }
 
-/// For a path at which no file was found: waits while `MoveAside` is between its two steps. Where that was
-/// stopped there, the old file gets its name back. True if there is a file now.
+/// For a path at which no file was found: waits while another process is between two steps, those of
+/// `MoveAside`, or the system between removing the old file and renaming the new one. Where it was stopped
+/// there, the old file gets its name back. True if there is a file now.
 bool IsThereAfterAll(const std::string &path) {
   constexpr int kTries = 100;
   constexpr DWORD kPause = 2;
-  for (int i = 0; i < kTries && IsThere(OldName(path, 0)); ++i) {
+  // One move may end and the next begin between two looks.
+  constexpr int kLooks = 3;
+  int looks = 0;
+  for (int i = 0; i < kTries; ++i) {
     if (IsThere(path)) return true;
-    Sleep(kPause);
+    if (IsThere(OldName(path, 0)) || IsThere(path + kNewName)) {
+      Sleep(kPause);
+    } else if (++looks == kLooks) {
+      return IsThere(path);
+    }
   }
   int last = 0;
   while (last < kOldNames && IsThere(OldName(path, last))) ++last;
@@ -98,12 +107,13 @@ bool IsThereAfterAll(const std::string &path) {
 }
 
 HANDLE OpenExisting(const std::string &path, DWORD rights) {
-  const auto open = [&] {
-    return CreateFileA(path.c_str(), rights, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
-  };
-  const HANDLE handle = open();
-  if (handle != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_NOT_FOUND) return handle;
-  return IsThereAfterAll(path) ? open() : INVALID_HANDLE_VALUE;
+  // Until it is opened, what was there can be on its way again.
+  constexpr int kTries = 50;
+  for (int i = 0;; ++i) {
+    const HANDLE handle = CreateFileA(path.c_str(), rights, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (handle != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_NOT_FOUND) return handle;
+    if (i == kTries || !IsThereAfterAll(path)) return INVALID_HANDLE_VALUE;
+  }
 }
 
 }  // namespace
@@ -227,7 +237,7 @@ NewFile::NewFile(const std::string &path) : target_(path) {
   if (path.empty() || IsFolder(GetFileAttributesA(path.c_str()))) return;
   constexpr int kNames = 100;
   for (int i = 0; i < kNames && !good_; ++i) {
-    good_ = OpenBeside(target_ + ".new" + (i == 0 ? "" : std::to_string(i)));
+    good_ = OpenBeside(target_ + kNewName + (i == 0 ? "" : std::to_string(i)));
     // Only a name that another process is writing to is worth a second one.
     if (!good_ && GetLastError() != ERROR_SHARING_VIOLATION) return;
   }
@@ -261,8 +271,10 @@ bool NewFile::Commit(Flush flush) {
     if (i > 0) Sleep(kPause);
     placed = MoveFileExA(beside_.c_str(), target_.c_str(), flags) != FALSE;
     const DWORD fault = placed ? ERROR_SUCCESS : GetLastError();
-    if (fault != ERROR_SHARING_VIOLATION && fault != ERROR_ACCESS_DENIED) break;
-    placed = MoveAside(beside_, target_, flags);
+    // The old file may vanish while it is looked at.
+    const bool isBusy = fault == ERROR_SHARING_VIOLATION || fault == ERROR_ACCESS_DENIED;
+    if (!isBusy && fault != ERROR_FILE_NOT_FOUND) break;
+    placed = isBusy && MoveAside(beside_, target_, flags);
   }
   if (placed) beside_.clear();
   return placed;
