@@ -95,7 +95,7 @@ void Run(Input input) {
   Require(*tail.calc.readPointer == '\0', "a tail comes to the end of the text");
   // A constant is not widened there, and an error doesn't count.
   const bool hasAll =
-      std::ranges::all_of(bars.series, [](const SVector &s) { return s.GetStartIndex() <= 0; });
+      std::ranges::all_of(bars.series, [](const SVector &s) { return s.GetStartIndex() == 0; });
   if (from <= 0 && hasAll && direct.calc.errorCount == 0 && rest.GetSize() > 1)
     Require(IsSameSeries(rest, whole), "a tail from the first bar on is the whole");
   Require(bars.IsSameAs(before), "an evaluation changes no bars");
