@@ -11,7 +11,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "tests/formula/bars.h"
@@ -278,13 +277,13 @@ TEST(FunctionTable, EveryFunctionIsSafeAndLeavesNoElementUnset) {
 TEST(FunctionTable, EveryFunctionHoldsTwoSeriesAtMostBesidesItsArguments) {
   const Scenario scenario = Alike("many bars", 5000, 2);
   for (const Form &form : AllForms()) {
-    std::thread([&] {
+    OnFreshThread([&] {
       CallOf call(scenario, form, 3);
       const unsigned long long before = AllocatedBlockCount();
       const SVector result = call.Calculate();
       const bool isZigZag = form.formula.starts_with("ZigZag");
       EXPECT_LE(AllocatedBlockCount() - before, isZigZag ? 3U : 2U) << form.formula;
-    }).join();
+    });
   }
 }
 
